@@ -8,8 +8,8 @@ namespace lumeno {
 /// The handle of something that is under way: a delay, a read, a stream, a capture.
 ///
 /// Owning the handle is what keeps the work wanted. Destroying, resetting or cancelling it stops delivery at
-/// once and for ever, and stops the work behind it. An empty handle stands for nothing. Move-only; used on the
-/// main thread.
+/// once and for ever, and stops the work behind it. An empty handle stands for nothing. Move-only; used on
+/// the main thread.
 class [[nodiscard]] Job {
  public:
   Job() = default;

@@ -35,7 +35,8 @@ class [[nodiscard]] Subscription {
   std::function<void()> end_;
 };
 
-/// A list of listeners that are called in the order in which they came. Listeners may come and go during a call.
+/// A list of listeners that are called in the order in which they came. Listeners may come and go during a
+/// call.
 template <typename... Args>
 class Signal {
  public:
@@ -53,7 +54,8 @@ class Signal {
   }
 
   void emit(Args... args) const {
-    // A copy of the list: a listener may add or remove listeners. A removed one is emptied, so it is not called.
+    // A copy of the list: a listener may add or remove listeners. A removed one is emptied, so it is not
+    // called.
     const auto snapshot = *listeners_;
     for (const auto& entry : snapshot) {
       if (!*entry) continue;

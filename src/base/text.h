@@ -7,8 +7,8 @@
 /// Text helpers shared by everything that looks at a selection. All are linear in the text.
 namespace lumeno::text {
 
-/// White space and line breaks as trimming understands them: tab, line feed, vertical tab, form feed, carriage
-/// return, U+0085, every space separator, U+2028 and U+2029.
+/// White space and line breaks as trimming understands them: tab, line feed, vertical tab, form feed,
+/// carriage return, U+0085, every space separator, U+2028 and U+2029.
 [[nodiscard]] bool isTrimmable(char16_t c);
 
 /// `s` without leading and trailing white space and line breaks (a view into `s`).
@@ -17,7 +17,8 @@ namespace lumeno::text {
 /// The number of user-perceived characters (grapheme clusters).
 [[nodiscard]] qsizetype characterCount(QStringView s);
 
-/// Whether `s` has more than `limit` user-perceived characters, at a cost of at most about `limit` characters.
+/// Whether `s` has more than `limit` user-perceived characters, at a cost of at most about `limit`
+/// characters.
 [[nodiscard]] bool hasMoreCharactersThan(QStringView s, qsizetype limit);
 
 /// The first `count` user-perceived characters of `s` (all of it when it has no more).

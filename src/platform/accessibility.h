@@ -32,9 +32,10 @@ enum class ElementRole { other, terminal, password };
 
 /// One element of another application's accessibility tree: an immutable, shareable handle.
 ///
-/// Every read may ask the other process and is made on the accessibility worker only (`Accessibility::perform`).
-/// Each has a deadline; an error, a missing value or a value of another type is an absent answer. Rectangles and
-/// points are in accessibility space. Passwords and content marked secret have no text.
+/// Every read may ask the other process and is made on the accessibility worker only
+/// (`Accessibility::perform`). Each has a deadline; an error, a missing value or a value of another type is
+/// an absent answer. Rectangles and points are in accessibility space. Passwords and content marked secret
+/// have no text.
 class AccessibleElement {
  public:
   virtual ~AccessibleElement() = default;
@@ -80,8 +81,9 @@ class Accessibility {
   /// Asks the user (or the system) for that trust and returns the state right after asking. Main thread.
   virtual bool requestTrust() = 0;
 
-  /// Runs `work` on the worker, then `done` on the main thread. Only one piece of work runs at a time; work is
-  /// done in order. When the handle goes first, `done` is not called and work that has not begun is skipped.
+  /// Runs `work` on the worker, then `done` on the main thread. Only one piece of work runs at a time; work
+  /// is done in order. When the handle goes first, `done` is not called and work that has not begun is
+  /// skipped.
   [[nodiscard]] virtual Job perform(std::function<void()> work, std::function<void()> done) = 0;
 
   /// The element that has the keyboard focus, whichever application owns it. Worker only; null when none.
@@ -93,14 +95,15 @@ class Accessibility {
   virtual std::unique_ptr<AccessibilityObserver> observe(
       ProcessId process, std::function<void(AccessibilityNotification)> callback) = 0;
 
-  /// A number that grows with everything that could change what a read answers: input, focus, selection or window
-  /// events. While it stands still, a read made since then still holds. Main thread.
+  /// A number that grows with everything that could change what a read answers: input, focus, selection or
+  /// window events. While it stands still, a read made since then still holds. Main thread.
   [[nodiscard]] virtual uint64_t activitySerial() = 0;
-  /// A number that grows only with what the user does to a selection: a new gesture (button or key) or a scroll.
-  /// While it stands still, the same text read at other bounds is still the same selection. Main thread.
+  /// A number that grows only with what the user does to a selection: a new gesture (button or key) or a
+  /// scroll. While it stands still, the same text read at other bounds is still the same selection. Main
+  /// thread.
   [[nodiscard]] virtual uint64_t gestureSerial() = 0;
-  /// Whether a gesture (a held button, a held selecting key) is under way: what is read now is not final. The end
-  /// of the gesture is told as `selectedTextChanged`. Main thread.
+  /// Whether a gesture (a held button, a held selecting key) is under way: what is read now is not final. The
+  /// end of the gesture is told as `selectedTextChanged`. Main thread.
   [[nodiscard]] virtual bool isGestureInProgress() = 0;
 };
 

@@ -16,7 +16,8 @@ struct AppearancePreferences {
   bool operator==(const AppearancePreferences&) const = default;
 };
 
-/// Follows the desktop's settings. Main thread; the first value is the default until the desktop has answered.
+/// Follows the desktop's settings. Main thread; the first value is the default until the desktop has
+/// answered.
 class Appearance {
  public:
   virtual ~Appearance() = default;

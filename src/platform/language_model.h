@@ -19,8 +19,8 @@ class LanguageModel {
 
   [[nodiscard]] virtual bool isAvailable() = 0;
 
-  /// One request in a session of its own. `onSnapshot` receives the whole answer so far each time it grows, then
-  /// `onEnd` is called once, with an error message when it failed.
+  /// One request in a session of its own. `onSnapshot` receives the whole answer so far each time it grows,
+  /// then `onEnd` is called once, with an error message when it failed.
   [[nodiscard]] virtual Job streamResponse(const QString& prompt, Options options,
                                            std::function<void(const QString&)> onSnapshot,
                                            std::function<void(std::optional<QString> error)> onEnd) = 0;

@@ -7,8 +7,9 @@
 
 namespace lumeno {
 
-/// The system side of the floating panel: a borderless, non-activating window above all others, on every desktop.
-/// Main thread. Frames are in window space (bottom-left origin). The window shows whatever its owner put into it.
+/// The system side of the floating panel: a borderless, non-activating window above all others, on every
+/// desktop. Main thread. Frames are in window space (bottom-left origin). The window shows whatever its owner
+/// put into it.
 class PanelWindow {
  public:
   virtual ~PanelWindow() = default;
@@ -28,9 +29,11 @@ class PanelWindow {
   virtual void setFrame(const Rect& frame, std::chrono::milliseconds duration) = 0;
   /// 1 is opaque. Cancels a running fade.
   virtual void setAlpha(double alpha) = 0;
-  /// Fades to invisible, then calls `done`. A later `setAlpha` or `fadeOut` cancels it (`done` is not called).
+  /// Fades to invisible, then calls `done`. A later `setAlpha` or `fadeOut` cancels it (`done` is not
+  /// called).
   virtual void fadeOut(std::chrono::milliseconds duration, std::function<void()> done) = 0;
-  /// The content's outline has changed: everything that follows it (cut-out, blur region, input region) is renewed.
+  /// The content's outline has changed: everything that follows it (cut-out, blur region, input region) is
+  /// renewed.
   virtual void invalidateShape() = 0;
 };
 

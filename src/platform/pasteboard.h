@@ -18,8 +18,8 @@ struct PasteboardSnapshot {
     std::vector<std::pair<QByteArray, QByteArray>> dataByType;  ///< type name, data
     bool operator==(const Item&) const = default;
   };
-  std::vector<Item> items;   ///< empty when the pasteboard was empty
-  int64_t changeCount = 0;   ///< the pasteboard's count when the snapshot was taken
+  std::vector<Item> items;  ///< empty when the pasteboard was empty
+  int64_t changeCount = 0;  ///< the pasteboard's count when the snapshot was taken
 };
 
 /// The general pasteboard (the clipboard). Main thread; nothing here blocks on the application that owns the
@@ -31,12 +31,12 @@ class Pasteboard {
   /// Grows with every change of owner or content.
   [[nodiscard]] virtual int64_t changeCount() = 0;
 
-  /// Saves the content. Absent when it could not be saved whole (too large, too slow, marked secret): then nothing
-  /// may be done that would replace it.
+  /// Saves the content. Absent when it could not be saved whole (too large, too slow, marked secret): then
+  /// nothing may be done that would replace it.
   [[nodiscard]] virtual Job snapshot(std::function<void(std::optional<PasteboardSnapshot>)> done) = 0;
 
-  /// Puts a snapshot back. Where the content is still the saved one nothing is done; where it has been changed more
-  /// than once since, by somebody newer, it is left alone.
+  /// Puts a snapshot back. Where the content is still the saved one nothing is done; where it has been
+  /// changed more than once since, by somebody newer, it is left alone.
   virtual void restore(const PasteboardSnapshot& snapshot) = 0;
 
   /// The plain text on the pasteboard; absent when there is none or it is marked secret.

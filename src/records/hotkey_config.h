@@ -16,8 +16,8 @@ inline constexpr uint64_t command = 0x100000;
 inline constexpr uint64_t shortcutMask = 0x1E0000;
 }  // namespace modifier
 
-/// The summon shortcut: a virtual key code (a hardware position) and a modifier mask. Default: option, command
-/// and Space.
+/// The summon shortcut: a virtual key code (a hardware position) and a modifier mask. Default: option,
+/// command and Space.
 struct HotkeyConfig {
   uint16_t keyCode = 49;
   uint64_t modifiers = modifier::option | modifier::command;

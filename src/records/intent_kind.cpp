@@ -32,8 +32,9 @@ constexpr std::array<KindRow, allIntentKinds.size()> kindRows = {{
     {"unknown"_L1, "sparkle.magnifyingglass"_L1, Tint::secondary},
 }};
 
-constexpr std::array tintNames = {"red"_L1,    "teal"_L1,  "indigo"_L1, "mint"_L1, "orange"_L1, "blue"_L1,
-                                  "purple"_L1, "green"_L1, "cyan"_L1,   "pink"_L1, "yellow"_L1, "secondary"_L1};
+constexpr std::array tintNames = {"red"_L1,    "teal"_L1, "indigo"_L1, "mint"_L1,
+                                  "orange"_L1, "blue"_L1, "purple"_L1, "green"_L1,
+                                  "cyan"_L1,   "pink"_L1, "yellow"_L1, "secondary"_L1};
 
 const KindRow& row(IntentKind kind) {
   return kindRows[static_cast<size_t>(kind)];

@@ -31,10 +31,10 @@ enum class IntentKind {
 enum class Tint { red, teal, indigo, mint, orange, blue, purple, green, cyan, pink, yellow, secondary };
 
 inline constexpr std::array allIntentKinds = {
-    IntentKind::error,      IntentKind::writing,   IntentKind::date,    IntentKind::code,
-    IntentKind::filename,   IntentKind::reply,     IntentKind::definition, IntentKind::address,
-    IntentKind::link,       IntentKind::email,     IntentKind::phone,   IntentKind::translate,
-    IntentKind::grammar,    IntentKind::tone,      IntentKind::explain, IntentKind::unknown,
+    IntentKind::error,    IntentKind::writing, IntentKind::date,       IntentKind::code,
+    IntentKind::filename, IntentKind::reply,   IntentKind::definition, IntentKind::address,
+    IntentKind::link,     IntentKind::email,   IntentKind::phone,      IntentKind::translate,
+    IntentKind::grammar,  IntentKind::tone,    IntentKind::explain,    IntentKind::unknown,
 };
 
 [[nodiscard]] QString rawValue(IntentKind kind);

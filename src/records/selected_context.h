@@ -6,8 +6,8 @@
 
 namespace lumeno {
 
-/// The input to classification and suggestion building. Two contexts made from the same text differ unless they
-/// share the `id`.
+/// The input to classification and suggestion building. Two contexts made from the same text differ unless
+/// they share the `id`.
 struct SelectedContext {
   QUuid id;
   QString selectedText;
