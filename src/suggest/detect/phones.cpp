@@ -1,0 +1,215 @@
+// Handing a whole text to the phone library's own matcher is quadratic. Here one pass finds the stretches of
+// digits and phone punctuation; only spans of whole groups with 7 to 17 digits that are not shaped like a
+// date, address, amount or card number reach the library, and at most a fixed number of them per text.
+
+#include <phonenumbers/phonenumberutil.h>
+
+#include <QLocale>
+#include <algorithm>
+#include <string>
+
+#include "suggest/detect/detect.h"
+#include "suggest/detect/phone_context.h"
+#include "suggest/detect/phone_groups.h"
+#include "suggest/detect/step_counter.h"
+#include "suggest/detect/token_scan.h"
+
+namespace lumeno::detect {
+
+namespace {
+
+using i18n::phonenumbers::PhoneNumber;
+using i18n::phonenumbers::PhoneNumberUtil;
+using namespace Qt::StringLiterals;
+using namespace scan;
+
+constexpr qsizetype fewestDigits = 7;
+constexpr qsizetype mostDigits = 17;
+constexpr qsizetype mostGroups = 9;
+/// Parsing one candidate costs some twenty microseconds; the first hundreds decide what a selection is.
+constexpr int mostParses = 400;
+
+enum class Verdict { no, possible, valid };
+
+/// The phone library for one region. It is loaded (six milliseconds, four megabytes) with the first
+/// candidate.
+class NumberJudge {
+ public:
+  explicit NumberJudge(const QLocale& locale)
+      : region_(locale.territory() == QLocale::AnyTerritory
+                    ? "US"
+                    : QLocale::territoryToCode(locale.territory()).toStdString()) {}
+
+  [[nodiscard]] bool exhausted() const { return parses_ >= mostParses; }
+
+  Verdict judge(QStringView number) {
+    ++parses_;
+    countSteps(1000);
+    const PhoneNumberUtil& library = *PhoneNumberUtil::GetInstance();
+    PhoneNumber parsed;
+    const std::string utf8 = number.toUtf8().toStdString();
+    if (library.Parse(utf8, region_, &parsed) != PhoneNumberUtil::NO_PARSING_ERROR) return Verdict::no;
+    if (library.IsValidNumber(parsed)) return Verdict::valid;
+    switch (library.IsPossibleNumberWithReason(parsed)) {
+      case PhoneNumberUtil::IS_POSSIBLE:
+        return Verdict::possible;
+      case PhoneNumberUtil::IS_POSSIBLE_LOCAL_ONLY:
+        local_ = true;
+        return Verdict::no;
+      default:
+        return Verdict::no;
+    }
+  }
+
+  /// Whether the last number that was turned down can be dialled within its own area.
+  bool takeLocal() { return std::exchange(local_, false); }
+
+  /// What national numbers of the region are dialled with: "0", "1", "" ...
+  const std::string& nationalPrefix() {
+    if (!prefixKnown_) PhoneNumberUtil::GetInstance()->GetNddPrefixForRegion(region_, true, &prefix_);
+    prefixKnown_ = true;
+    return prefix_;
+  }
+
+ private:
+  std::string region_;
+  std::string prefix_;
+  bool prefixKnown_ = false;
+  bool local_ = false;
+  int parses_ = 0;
+};
+
+class PhoneScanner {
+ public:
+  PhoneScanner(QStringView text, const QLocale& locale) : text_(text), judge_(locale) {}
+
+  std::vector<PhoneMatch> run() {
+    DigitStretch stretch;
+    qsizetype i = 0;
+    while (i < text_.size() && !judge_.exhausted()) {
+      const char16_t c = text_[i].unicode();
+      if (!isPhoneDigit(c) && c != u'(' && !isPhonePlus(c) && c != 0xFF08) {
+        ++i;
+        continue;
+      }
+      readDigitStretch(text_, i, stretch);
+      if (!stretch.groups.empty()) readNumbers(stretch.groups);
+      i = stretch.end;
+    }
+    countSteps(static_cast<std::uint64_t>(i));
+    return std::move(matches_);
+  }
+
+ private:
+  void readNumbers(const std::vector<DigitGroup>& groups) {
+    const DigitGroup* group = groups.data();
+    const DigitGroup* const end = group + groups.size();
+    while (group < end && !judge_.exhausted()) {
+      countSteps(1);
+      const DigitGroup* next = group->opensWord ? afterNumber(group, end) : group + 1;
+      group = next;
+    }
+  }
+
+  /// Looks for a number that begins with `first`; returns the group to go on with.
+  const DigitGroup* afterNumber(const DigitGroup* first, const DigitGroup* end) {
+    const DigitGroup* last = first;
+    qsizetype digits = first->size();
+    while (last + 1 < end && last - first + 1 < mostGroups && !(last + 1)->afterPlus &&
+           digits + (last + 1)->size() <= mostDigits) {
+      ++last;
+      digits += last->size();
+    }
+    const GroupSpan widest{first, last};
+    if (digits < fewestDigits) return first + 1;
+    const qsizetype start = startOf(*first);
+    if (isOtherNumberShape(text_, widest) || isGluedBefore(text_, start) ||
+        continuesBankAccount(text_, start)) {
+      return endOfWord(first, end);
+    }
+    // The longest row of groups that is valid; else the longest that is possible where that is enough.
+    const DigitGroup* possible = nullptr;
+    for (const DigitGroup* candidate = last; candidate >= first && digits >= fewestDigits; --candidate) {
+      if (!judge_.exhausted() && mayEnd(candidate, end) && !isOtherNumberShape(text_, {first, candidate})) {
+        const Verdict verdict = judge({first, candidate}, digits);
+        if (verdict == Verdict::valid) return accept(first, candidate);
+        if (verdict == Verdict::possible && possible == nullptr) possible = candidate;
+      }
+      digits -= candidate->size();
+    }
+    if (possible != nullptr) return accept(first, possible);
+    return endOfWord(first, end);
+  }
+
+  /// Behind the blank-separated word that begins with `first`: its inner groups start no number.
+  static const DigitGroup* endOfWord(const DigitGroup* first, const DigitGroup* end) {
+    const DigitGroup* group = first + 1;
+    while (group < end && !group->opensWord) ++group;
+    return group;
+  }
+
+  [[nodiscard]] bool mayEnd(const DigitGroup* group, const DigitGroup* end) const {
+    if (group + 1 < end && !(group + 1)->opensWord) return false;
+    if (extensionEnd(text_, group->end) > group->end) return true;
+    const qsizetype at = group->end;
+    return group->bracketed ? false : !isGluedAfter(text_, at);
+  }
+
+  [[nodiscard]] qsizetype startOf(const DigitGroup& group) const {
+    qsizetype start = group.start;
+    if (group.afterPlus) --start;
+    const char16_t before = unitAt(text_, start - 1);
+    if (group.bracketed && (before == u'(' || before == 0xFF08)) --start;
+    return start;
+  }
+
+  Verdict judge(GroupSpan span, qsizetype digits) {
+    const qsizetype start = startOf(*span.first);
+    const QStringView number = text_.sliced(start, span.last->end - start);
+    const bool international = span.first->afterPlus;
+    const NumberCue cue = international ? NumberCue::phone : cueBefore(text_, start);
+    if (cue == NumberCue::other) return Verdict::no;
+    if (!international && span.count() == 1 && !isPlausibleWithoutGaps(number, cue)) return Verdict::no;
+    const Verdict verdict = judge_.judge(number);
+    if (verdict == Verdict::valid) return verdict;
+    const bool local = judge_.takeLocal();
+    if (verdict == Verdict::possible) {
+      const bool areaCode = span.first->bracketed && span.first->size() <= 5 && digits >= 9;
+      return international || areaCode ? Verdict::possible : Verdict::no;
+    }
+    return local && cue == NumberCue::phone && span.count() == 2 ? Verdict::possible : Verdict::no;
+  }
+
+  /// A bare row of digits is a phone number only when the text says so, or when it is dialled with the
+  /// national prefix, or where numbers are written in ten digits.
+  bool isPlausibleWithoutGaps(QStringView number, NumberCue cue) {
+    if (cue == NumberCue::phone || number.size() == text_.size()) return true;
+    const std::string& prefix = judge_.nationalPrefix();
+    if (prefix == "0") return number.startsWith(u'0') && number.size() >= 9;
+    return prefix == "1" && number.size() == 10;
+  }
+
+  const DigitGroup* accept(const DigitGroup* first, const DigitGroup* last) {
+    qsizetype start = startOf(*first);
+    const qsizetype numberEnd = last->end;
+    QString number = text_.sliced(start, numberEnd - start).toString();
+    if (hasAt(text_, start - 4, "tel:"_L1) && !isWordCharacter(codePointBefore(text_, start - 4))) start -= 4;
+    const qsizetype end = extensionEnd(text_, numberEnd);
+    if (isCharacterBoundary(text_, start) && isCharacterBoundary(text_, end)) {
+      matches_.push_back({start, end - start, std::move(number)});
+    }
+    return last + 1;
+  }
+
+  QStringView text_;
+  NumberJudge judge_;
+  std::vector<PhoneMatch> matches_;
+};
+
+}  // namespace
+
+std::vector<PhoneMatch> phones(QStringView text, const Surroundings& surroundings) {
+  return PhoneScanner(text, surroundings.locale).run();
+}
+
+}  // namespace lumeno::detect
