@@ -12,8 +12,8 @@
 
 namespace lumeno {
 
-/// Runs one text suggestion: asks the configured backend, streams its growing answer, and stands in with the local
-/// template when there is no answer. Made afresh for each run from the current settings.
+/// Runs one text suggestion: asks the configured backend, streams its growing answer, and stands in with the
+/// local template when there is no answer. Made afresh for each run from the current settings.
 class AIRunner {
  public:
   struct Partial {
@@ -29,8 +29,8 @@ class AIRunner {
 
   AIRunner(const AIServiceFactory& factory, AIBackend backend, const QString& ollamaModel);
 
-  /// Delivers zero or more `Partial` and then exactly one `Finished`, on the main thread, never before the call
-  /// returns; nothing any more once the handle is gone. The runner itself may go before.
+  /// Delivers zero or more `Partial` and then exactly one `Finished`, on the main thread, never before the
+  /// call returns; nothing any more once the handle is gone. The runner itself may go before.
   [[nodiscard]] Job run(const ActionSuggestion& suggestion, const SelectedContext& context,
                         std::function<void(const Update&)> onUpdate) const;
 

@@ -25,9 +25,9 @@ struct AIFailure {
   [[nodiscard]] static AIFailure of(AIServiceError error) { return {error, lumeno::message(error)}; }
 };
 
-/// A backend that answers prompts. Main thread; everything is asynchronous: no callback is made before the call
-/// returns. A returned job keeps what it needs alive; the service itself may go. Destroying the job stops delivery
-/// and the work behind it.
+/// A backend that answers prompts. Main thread; everything is asynchronous: no callback is made before the
+/// call returns. A returned job keeps what it needs alive; the service itself may go. Destroying the job
+/// stops delivery and the work behind it.
 class AIService {
  public:
   virtual ~AIService() = default;
@@ -39,13 +39,14 @@ class AIService {
   [[nodiscard]] virtual Job complete(const QString& prompt,
                                      std::function<void(std::variant<QString, AIFailure>)> done) = 0;
 
-  /// `onElement` receives the complete answer so far each time it grows; then `onEnd` is called exactly once, with a
-  /// failure when the stream broke.
+  /// `onElement` receives the complete answer so far each time it grows; then `onEnd` is called exactly once,
+  /// with a failure when the stream broke.
   [[nodiscard]] virtual Job stream(const QString& prompt, std::function<void(const QString&)> onElement,
                                    std::function<void(std::optional<AIFailure>)> onEnd) = 0;
 };
 
 /// Makes the service for a backend and a model name, afresh for each use.
-using AIServiceFactory = std::function<std::unique_ptr<AIService>(AIBackend backend, const QString& ollamaModel)>;
+using AIServiceFactory =
+    std::function<std::unique_ptr<AIService>(AIBackend backend, const QString& ollamaModel)>;
 
 }  // namespace lumeno

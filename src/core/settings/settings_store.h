@@ -22,10 +22,11 @@ class Preference {
       : value_(std::move(initial)), write_(std::move(write)) {}
 
   [[nodiscard]] const T& get() const { return value_.get(); }
-  /// Tells observers first, then stores, also when the value is the same.
+  /// Tells observers first, then stores, also when the value is the same. What is stored is the value that
+  /// stands then, for an observer may have assigned another.
   void set(const T& value) {
     value_.set(value);
-    write_(value);
+    write_(value_.get());
   }
   [[nodiscard]] Subscription subscribe(std::function<void(const T&)> observer) {
     return value_.subscribe(std::move(observer));
@@ -39,12 +40,14 @@ class Preference {
   std::function<void(const T&)> write_;
 };
 
-/// Every user preference, loaded once and written back the moment it changes. Main thread. A missing, mistyped or
-/// undecodable stored value reads as the default and stays stored until the preference is next assigned.
+/// Every user preference, loaded once and written back the moment it changes. Main thread. A missing,
+/// mistyped or undecodable stored value reads as the default and stays stored until the preference is next
+/// assigned.
 class SettingsStore {
  public:
   /// Both must outlive the store. Loading writes nothing and does not touch the login item.
-  SettingsStore(PreferencesStore& defaults, LoginItem& loginItem, TriggerMode triggerMode = TriggerMode::hint);
+  SettingsStore(PreferencesStore& defaults, LoginItem& loginItem,
+                TriggerMode triggerMode = TriggerMode::hint);
   SettingsStore(const SettingsStore&) = delete;
   SettingsStore& operator=(const SettingsStore&) = delete;
 
@@ -72,8 +75,8 @@ class SettingsStore {
   Preference<GlassIntensity> glassIntensity;
   Preference<bool> keyboardNavEnabled;
   Preference<bool> fileActionsEnabled;
-  /// Never stored: the system's own registration is the truth. An assignment that cannot be carried out reverts to
-  /// the real state.
+  /// Never stored: the system's own registration is the truth. An assignment that cannot be carried out
+  /// reverts to the real state.
   Preference<bool> launchAtLogin;
 
   void writeDisabledApps();
