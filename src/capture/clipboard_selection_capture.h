@@ -2,7 +2,9 @@
 
 #include <QString>
 #include <chrono>
+#include <deque>
 #include <functional>
+#include <memory>
 #include <optional>
 
 #include "base/job.h"
@@ -13,28 +15,40 @@
 
 namespace lumeno {
 
-/// Reads the selected text of the frontmost application where accessibility cannot: first from the buffer of selected
-/// text that applications offer by themselves, else by a simulated copy whose traces are removed from the pasteboard.
+/// Reads the selected text of the frontmost application where accessibility cannot: first from the buffer of
+/// selected text that applications offer by themselves, else by a simulated copy whose traces are removed
+/// from the pasteboard.
 class ClipboardSelectionCapture {
  public:
-  /// All must outlive this object. `pollInterval` is the wait before each look at the pasteboard, `maxAttempts`
-  /// (0 or more) the number of looks.
+  /// Whether the copy key may be pressed at all.
+  enum class CopyKey { allowed, forbidden };
+
+  /// All must outlive this object. `pollInterval` is the wait before each look at the pasteboard,
+  /// `maxAttempts` (0 or more) the number of looks.
   ClipboardSelectionCapture(Pasteboard& pasteboard, KeystrokeSender& keystrokes, SelectionBuffer& buffer,
                             Scheduler& scheduler,
                             std::chrono::milliseconds pollInterval = std::chrono::milliseconds(15),
                             int maxAttempts = 40);
+  /// Puts the pasteboard back at once if a capture is under way.
+  ~ClipboardSelectionCapture();
+  ClipboardSelectionCapture(const ClipboardSelectionCapture&) = delete;
+  ClipboardSelectionCapture& operator=(const ClipboardSelectionCapture&) = delete;
 
-  /// The copied text, untrimmed, or absent. `done` is called on the main thread, never before the call returns.
-  /// Captures must not overlap. When the handle goes, the pasteboard is still put back.
-  [[nodiscard]] Job capture(std::function<void(std::optional<QString>)> done);
+  /// The copied text, untrimmed, or absent. `done` is called on the main thread, never before the call
+  /// returns. When the handle goes after the copy key was asked for, the capture runs to its end unheard, so
+  /// that the pasteboard is still put back; a later capture waits for that.
+  [[nodiscard]] Job capture(CopyKey copyKey, std::function<void(std::optional<QString>)> done);
 
  private:
+  class Run;
+
   Pasteboard& pasteboard_;
   KeystrokeSender& keystrokes_;
   SelectionBuffer& buffer_;
   Scheduler& scheduler_;
   std::chrono::milliseconds pollInterval_;
   int maxAttempts_;
+  std::deque<std::shared_ptr<Run>> runs_;  ///< the first one is under way
 };
 
 }  // namespace lumeno

@@ -32,11 +32,12 @@ class SelectionReplacer {
     selectionGone,  ///< another window is in front, or it takes no typing; the text is on the pasteboard
   };
 
-  SelectionReplacer(Pasteboard& pasteboard, KeystrokeSender& keystrokes, Workspace& workspace, Scheduler& scheduler);
+  SelectionReplacer(Pasteboard& pasteboard, KeystrokeSender& keystrokes, Workspace& workspace,
+                    Scheduler& scheduler);
 
-  /// Writes the text to the pasteboard and pastes it 50 ms later, provided that the window of `source` is then in
-  /// front and takes typing (an absent source counts as gone). `done` is told on the main thread, later. The text is
-  /// on the pasteboard in every case.
+  /// Writes the text to the pasteboard and pastes it 50 ms later, provided that the window of `source` is
+  /// then in front and takes typing (an absent source counts as gone). `done` is told on the main thread,
+  /// later. The text is on the pasteboard in every case.
   [[nodiscard]] Job replace(const QString& text, const std::optional<SelectionSource>& source,
                             std::function<void(Outcome)> done);
 

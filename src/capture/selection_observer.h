@@ -18,13 +18,14 @@ namespace lumeno {
 struct SelectionSource {
   ProcessId process = 0;
   uint64_t window = 0;
-  bool isTerminal = false;
+  bool isTerminal = false;  ///< nothing may be typed into it
+  bool operator==(const SelectionSource&) const = default;
 };
 
-/// The single source of text selections from other applications: publishes what is selected in the application in
-/// front while started, and captures it once on demand. Reads run on the accessibility worker, one at a time, stamped
-/// with the application and window they were begun for; a late or stale answer is dropped. Comparing and publishing
-/// happen on the main thread.
+/// The single source of text selections from other applications: publishes what is selected in the
+/// application in front while started, and captures it once on demand. Reads run on the accessibility worker,
+/// one at a time, stamped with the application and window they were begun for; a late or stale answer is
+/// dropped. Comparing and publishing happen on the main thread.
 class SelectionObserver {
  public:
   /// All must outlive the observer.
@@ -42,8 +43,8 @@ class SelectionObserver {
   void start();  ///< nothing when already started
   void stop();   ///< withdraws the published selection
 
-  /// Captures the current selection once; does not publish it. `done` is called on the main thread, never before the
-  /// call returns. One capture at a time.
+  /// Captures the current selection once; does not publish it. `done` is called on the main thread, never
+  /// before the call returns. One capture at a time.
   [[nodiscard]] Job captureSelection(std::function<void(std::optional<Selection>)> done);
 
  private:

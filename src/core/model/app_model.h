@@ -24,9 +24,9 @@
 
 namespace lumeno {
 
-/// The central state machine and the only coordinator: takes selections, decides whether and how the HUD is shown,
-/// runs chips and holds results. Views observe it and call its operations. Main thread; one instance for the life of
-/// the process.
+/// The central state machine and the only coordinator: takes selections, decides whether and how the HUD is
+/// shown, runs chips and holds results. Views observe it and call its operations. Main thread; one instance
+/// for the life of the process.
 class AppModel {
  public:
   /// Everything must outlive the model.
@@ -51,7 +51,8 @@ class AppModel {
   AppModel(const AppModel&) = delete;
   AppModel& operator=(const AppModel&) = delete;
 
-  // Published state. Views read and observe it; only the model assigns it (`isHintCollapsed` through `expandHint`).
+  // Published state. Views read and observe it; only the model assigns it (`isHintCollapsed` through
+  // `expandHint`).
   Observable<std::optional<Selection>> selection;
   Observable<std::vector<ActionSuggestion>> suggestions;
   Observable<HUDPhase> phase{HUDPhase{phase::Suggestions{}}};
@@ -73,8 +74,8 @@ class AppModel {
   void run(const ActionSuggestion& suggestion);
   void confirmCalendar();
   void copyResult();
-  /// Hides the HUD, then pastes the result over the selection it was made from; when that is gone the result is on
-  /// the pasteboard and a notice says so.
+  /// Hides the HUD, then pastes the result over the selection it was made from; when that is gone the result
+  /// is on the pasteboard and a notice says so.
   void replaceResult();
   void back();
   void moveSelection(int delta);
@@ -87,6 +88,8 @@ class AppModel {
   void expandHint();
 
  private:
+  bool runChipAt(int index);
+
   class Private;
   std::unique_ptr<Private> d_;
 };

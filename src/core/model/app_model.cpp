@@ -1,0 +1,420 @@
+#include "core/model/app_model.h"
+
+#include <QDateTime>
+#include <QUuid>
+#include <algorithm>
+#include <utility>
+
+#include "ai/ai_runner.h"
+#include "base/text.h"
+
+using namespace Qt::StringLiterals;
+
+namespace lumeno {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto settleDelay = 350ms;
+constexpr auto noticeLifetime = 2600ms;
+constexpr std::size_t visibleSuggestionLimit = 4;
+
+ActionResult makeResult(IntentKind kind, const QString& title, const QString& body) {
+  return {QUuid::createUuid(), kind, title, body, QDateTime::currentDateTimeUtc()};
+}
+
+SelectedContext contextOf(const Selection& selection) {
+  return {QUuid::createUuid(), selection.text, selection.sourceApp, QString()};
+}
+
+ActionSuggestion addingToCalendar() {
+  ActionSuggestion suggestion;
+  suggestion.kind = IntentKind::date;
+  suggestion.title = u"Adding to Calendar"_s;
+  suggestion.confidence = 1;
+  return suggestion;
+}
+
+bool isDirect(IntentKind kind) {
+  return kind == IntentKind::address || kind == IntentKind::link || kind == IntentKind::email ||
+         kind == IntentKind::phone;
+}
+
+}  // namespace
+
+/// The steps behind the operations. Newer user actions cancel older jobs before they change state, and a
+/// cancelled job delivers nothing, so that a late answer never overwrites newer state.
+class AppModel::Private {
+ public:
+  enum class Navigation { pointer, keyboard };
+  enum class Form { chips, hintPill };
+
+  Private(AppModel& model, Collaborators collaborators)
+      : collaborators_(std::move(collaborators)),
+        hotkey_(collaborators_.events, collaborators_.settings.summonHotkey.get().keyCode,
+                collaborators_.settings.summonHotkey.get().modifiers & modifier::shortcutMask),
+        model_(model) {}
+  ~Private() { collaborators_.panel.onOutsideDismiss = nullptr; }
+  Private(const Private&) = delete;
+  Private& operator=(const Private&) = delete;
+
+  void wireUp();
+
+  void summon();
+  void dismiss();
+  void handleSelection(const std::optional<Selection>& newValue);
+  void run(const ActionSuggestion& suggestion);
+  void confirmCalendar();
+  void replaceResult();
+  void back();
+
+  Collaborators collaborators_;
+
+ private:
+  void cancelJobs();
+  void setPhase(HUDPhase newPhase);
+  void present(const Selection& selection, Navigation navigation, Form form);
+  void clear();
+  void showNotice(const QString& text);
+  std::vector<ActionSuggestion> suggestionsFor(const Selection& selection) const;
+
+  void openLink(const QUrl& url);
+  void generate(const ActionSuggestion& suggestion, const Selection& selection);
+  void startCalendar(const QString& text, const ActionSuggestion& suggestion);
+  void showResult(bool usedAI, ActionResult result);
+
+  SuggestionEngine engine_;
+  HotkeyMonitor hotkey_;
+  AppModel& model_;
+  /// The window that the presented selection was read in.
+  std::optional<SelectionSource> source_;
+
+  Job generateTask_;  ///< the running generation, calendar draft or calendar save
+  Job noticeTask_;
+  Job presentTask_;
+  Job summonTask_;
+  Job replaceTask_;
+  std::shared_ptr<const char> openedLink_;  ///< while it lives, a failure to open the link is still news
+  std::vector<Subscription> cancellables_;
+};
+
+void AppModel::Private::wireUp() {
+  auto& settings = collaborators_.settings;
+  auto& observer = collaborators_.observer;
+  hotkey_.onSummon = [this] { summon(); };
+  collaborators_.panel.onOutsideDismiss = [this] { dismiss(); };
+
+  cancellables_.push_back(settings.summonHotkeyEnabled.subscribeDistinct([this](bool enabled) {
+    if (enabled) {
+      hotkey_.start();
+    } else {
+      hotkey_.stop();
+    }
+  }));
+  cancellables_.push_back(settings.summonHotkey.subscribeDistinct([this](const HotkeyConfig& config) {
+    hotkey_.keyCode = config.keyCode;
+    hotkey_.requiredFlags = config.modifiers & modifier::shortcutMask;
+  }));
+  cancellables_.push_back(observer.selection().subscribe(
+      [this](const std::optional<Selection>& value) { handleSelection(value); }));
+  cancellables_.push_back(
+      collaborators_.accessibility.isTrusted().subscribeDistinct([&observer](bool trusted) {
+        if (trusted) {
+          observer.start();
+        } else {
+          observer.stop();
+        }
+      }));
+}
+
+void AppModel::Private::cancelJobs() {
+  generateTask_.cancel();
+  noticeTask_.cancel();
+  presentTask_.cancel();
+  openedLink_.reset();
+}
+
+void AppModel::Private::setPhase(HUDPhase newPhase) {
+  const auto isResult = [](const HUDPhase& phase) { return std::holds_alternative<phase::Result>(phase); };
+  const bool entersResult = isResult(newPhase) && !isResult(model_.phase.get());
+  model_.phase.set(std::move(newPhase));
+  if (entersResult) {
+    const auto& settings = collaborators_.settings;
+    collaborators_.feedback.play(settings.resultSoundEnabled.get(), settings.hapticsEnabled.get());
+  }
+}
+
+void AppModel::Private::dismiss() {
+  cancelJobs();
+  collaborators_.panel.hide();
+  model_.selection.set(std::nullopt);
+  model_.keyboardMode.set(false);
+  model_.selectedChipIndex.set(std::nullopt);
+  model_.isHintCollapsed.set(false);
+  setPhase(phase::Suggestions());
+}
+
+void AppModel::Private::handleSelection(const std::optional<Selection>& newValue) {
+  cancelJobs();
+  if (newValue && !text::trimmed(newValue->text).isEmpty()) {
+    const TriggerMode mode = collaborators_.settings.triggerMode;
+    if (mode == TriggerMode::manual) return;
+    const Form form = mode == TriggerMode::hint ? Form::hintPill : Form::chips;
+    presentTask_ = collaborators_.scheduler.after(
+        settleDelay, [this, selection = *newValue, form] { present(selection, Navigation::pointer, form); });
+    return;
+  }
+  model_.selection.set(std::nullopt);
+  model_.suggestions.set({});
+  setPhase(phase::Suggestions());
+  model_.isHintCollapsed.set(false);
+  collaborators_.panel.hide();
+}
+
+std::vector<ActionSuggestion> AppModel::Private::suggestionsFor(const Selection& selection) const {
+  QSet<IntentKind> disabledKinds = collaborators_.settings.disabledActionKinds.get();
+  if (!collaborators_.calendar) disabledKinds.insert(IntentKind::date);
+  return engine_.suggestions(contextOf(selection), disabledKinds);
+}
+
+void AppModel::Private::present(const Selection& selection, Navigation navigation, Form form) {
+  if (collaborators_.settings.disabledApps.get().contains(selection.sourceApp.toLower())) {
+    clear();
+    return;
+  }
+  auto list = suggestionsFor(selection);
+  if (form == Form::hintPill && list.empty()) {
+    clear();
+    return;
+  }
+  const bool byKeyboard = navigation == Navigation::keyboard;
+  source_ = collaborators_.observer.lastSource();
+  model_.selection.set(selection);
+  model_.suggestions.set(std::move(list));
+  setPhase(phase::Suggestions());
+  model_.keyboardMode.set(byKeyboard);
+  model_.selectedChipIndex.set(byKeyboard ? std::optional(0) : std::nullopt);
+  model_.isHintCollapsed.set(!byKeyboard && form == Form::hintPill);
+  collaborators_.panel.show(selection.screenBounds, false, byKeyboard, byKeyboard);
+}
+
+void AppModel::Private::clear() {
+  model_.selection.set(std::nullopt);
+  model_.suggestions.set({});
+  model_.keyboardMode.set(false);
+  model_.isHintCollapsed.set(false);
+  collaborators_.panel.hide();
+}
+
+void AppModel::Private::showNotice(const QString& text) {
+  model_.selection.set(std::nullopt);
+  model_.suggestions.set({});
+  model_.keyboardMode.set(false);
+  model_.isHintCollapsed.set(false);
+  setPhase(phase::Notice{text});
+  collaborators_.panel.show(std::nullopt, false, false, false);
+  noticeTask_ = collaborators_.scheduler.after(noticeLifetime, [this] {
+    if (std::holds_alternative<phase::Notice>(model_.phase.get())) dismiss();
+  });
+}
+
+void AppModel::Private::summon() {
+  if (model_.isCapturing.get()) return;
+  cancelJobs();
+  model_.isCapturing.set(true);
+  summonTask_ = collaborators_.observer.captureSelection([this](const std::optional<Selection>& captured) {
+    cancelJobs();  // what was begun during the capture would show itself over the captured selection
+    model_.isCapturing.set(false);
+    if (!captured) {
+      showNotice(u"No selection found. Select some text, then press ⌥⌘Space."_s);
+      return;
+    }
+    const bool byKeyboard = collaborators_.settings.keyboardNavEnabled.get();
+    present(*captured, byKeyboard ? Navigation::keyboard : Navigation::pointer, Form::chips);
+  });
+}
+
+void AppModel::Private::run(const ActionSuggestion& suggestion) {
+  const std::optional<Selection> selection = model_.selection.get();
+  if (!selection) return;
+  if (isDirect(suggestion.kind)) {
+    const std::optional<QUrl> url = suggestion.directURL;
+    // First, so that the notice of a failure, however quick, is not hidden again.
+    dismiss();
+    if (url) openLink(*url);
+  } else if (suggestion.kind == IntentKind::date) {
+    startCalendar(text::trimmed(selection->text).toString(), suggestion);
+  } else {
+    generate(suggestion, *selection);
+  }
+}
+
+void AppModel::Private::openLink(const QUrl& url) {
+  openedLink_ = std::make_shared<const char>();
+  collaborators_.urlOpener.open(url, [this, wanted = std::weak_ptr(openedLink_)](bool opened) {
+    if (!opened && !wanted.expired()) showNotice(u"No application can open this link."_s);
+  });
+}
+
+void AppModel::Private::generate(const ActionSuggestion& suggestion, const Selection& selection) {
+  setPhase(phase::Generating{suggestion, QString()});
+  const auto& settings = collaborators_.settings;
+  const AIRunner runner(collaborators_.aiServices, settings.backend.get(), settings.ollamaModel.get());
+  generateTask_ =
+      runner.run(suggestion, contextOf(selection), [this, suggestion](const AIRunner::Update& update) {
+        if (const auto* partial = std::get_if<AIRunner::Partial>(&update)) {
+          setPhase(phase::Generating{suggestion, partial->text});
+          return;
+        }
+        const auto& finished = std::get<AIRunner::Finished>(update);
+        showResult(finished.usedAI, makeResult(suggestion.kind, suggestion.title, finished.body));
+      });
+}
+
+void AppModel::Private::startCalendar(const QString& text, const ActionSuggestion& suggestion) {
+  if (!collaborators_.calendar) return;
+  setPhase(phase::Generating{suggestion, QString()});
+  generateTask_ = collaborators_.calendar->makeDraft(
+      text, [this](const std::variant<CalendarDraft, CalendarFailure>& answer) {
+        if (const auto* failure = std::get_if<CalendarFailure>(&answer)) {
+          showResult(false, makeResult(IntentKind::date, u"Couldn’t add event"_s, failure->message));
+          return;
+        }
+        model_.usedAI.set(false);
+        setPhase(phase::CalendarConfirm{std::get<CalendarDraft>(answer)});
+      });
+}
+
+void AppModel::Private::confirmCalendar() {
+  const auto* confirm = std::get_if<phase::CalendarConfirm>(&model_.phase.get());
+  if (!confirm || !collaborators_.calendar) return;
+  const CalendarDraft draft = confirm->draft;
+  setPhase(phase::Generating{addingToCalendar(), QString()});
+  generateTask_ =
+      collaborators_.calendar->add(draft, [this](const std::variant<QString, CalendarFailure>& answer) {
+        const auto* failure = std::get_if<CalendarFailure>(&answer);
+        showResult(false,
+                   failure ? makeResult(IntentKind::date, u"Couldn’t add event"_s, failure->message)
+                           : makeResult(IntentKind::date, u"Added to Calendar"_s, std::get<QString>(answer)));
+      });
+}
+
+void AppModel::Private::showResult(bool usedAI, ActionResult result) {
+  model_.usedAI.set(usedAI);
+  setPhase(phase::Result{std::move(result)});
+}
+
+void AppModel::Private::replaceResult() {
+  const auto* shown = std::get_if<phase::Result>(&model_.phase.get());
+  if (!shown) return;
+  const QString body = shown->result.body;
+  // The panel goes first: the keyboard must be back in the other application when the paste arrives.
+  dismiss();
+  replaceTask_ = collaborators_.replacer.replace(body, source_, [this](SelectionReplacer::Outcome outcome) {
+    const bool hasMovedOn = model_.selection.get().has_value();
+    if (outcome == SelectionReplacer::Outcome::selectionGone && !hasMovedOn) {
+      showNotice(u"The selection is gone. The result is on the clipboard."_s);
+    }
+  });
+}
+
+void AppModel::Private::back() {
+  generateTask_.cancel();
+  setPhase(phase::Suggestions());
+}
+
+AppModel::AppModel(Collaborators collaborators)
+    : d_(std::make_unique<Private>(*this, std::move(collaborators))) {
+  d_->wireUp();
+}
+
+AppModel::~AppModel() = default;
+
+std::vector<ActionSuggestion> AppModel::visibleSuggestions() const {
+  const auto& all = suggestions.get();
+  const auto count = std::min(all.size(), visibleSuggestionLimit);
+  return {all.begin(), all.begin() + static_cast<std::ptrdiff_t>(count)};
+}
+
+QString AppModel::menuBarSymbol() const {
+  if (isCapturing.get()) return u"scope"_s;
+  const HUDPhase& current = phase.get();
+  if (std::holds_alternative<phase::Generating>(current)) return u"sparkles"_s;
+  if (std::holds_alternative<phase::CalendarConfirm>(current)) return u"calendar.badge.plus"_s;
+  if (std::holds_alternative<phase::Result>(current)) return u"checkmark.circle"_s;
+  return u"scope"_s;
+}
+
+void AppModel::summon() {
+  d_->summon();
+}
+
+void AppModel::dismiss() {
+  d_->dismiss();
+}
+
+void AppModel::handleSelection(const std::optional<Selection>& newValue) {
+  d_->handleSelection(newValue);
+}
+
+void AppModel::run(const ActionSuggestion& suggestion) {
+  d_->run(suggestion);
+}
+
+void AppModel::confirmCalendar() {
+  d_->confirmCalendar();
+}
+
+void AppModel::copyResult() {
+  const auto* shown = std::get_if<phase::Result>(&phase.get());
+  if (!shown) return;
+  d_->collaborators_.clipboard.copy(shown->result.body);
+  dismiss();
+}
+
+void AppModel::replaceResult() {
+  d_->replaceResult();
+}
+
+void AppModel::back() {
+  d_->back();
+}
+
+void AppModel::moveSelection(int delta) {
+  const int count = static_cast<int>(visibleSuggestions().size());
+  if (!keyboardMode.get() || count == 0) return;
+  selectedChipIndex.set((selectedChipIndex.get().value_or(0) + delta + count) % count);
+}
+
+void AppModel::runSelectedChip() {
+  if (const auto index = selectedChipIndex.get()) runChipAt(*index);
+}
+
+void AppModel::activate() {
+  const HUDPhase& current = phase.get();
+  if (std::holds_alternative<phase::Suggestions>(current)) {
+    runSelectedChip();
+  } else if (std::holds_alternative<phase::CalendarConfirm>(current)) {
+    confirmCalendar();
+  } else if (std::holds_alternative<phase::Result>(current)) {
+    copyResult();
+  }
+}
+
+bool AppModel::runChipNumber(int number) {
+  return std::holds_alternative<phase::Suggestions>(phase.get()) && runChipAt(number - 1);
+}
+
+bool AppModel::runChipAt(int index) {
+  const auto chips = visibleSuggestions();
+  if (index < 0 || index >= static_cast<int>(chips.size())) return false;
+  run(chips[static_cast<std::size_t>(index)]);
+  return true;
+}
+
+void AppModel::expandHint() {
+  isHintCollapsed.set(false);
+}
+
+}  // namespace lumeno
