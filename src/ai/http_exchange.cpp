@@ -23,8 +23,9 @@ namespace {
 using Body = HttpRequest::Body;
 using Kind = HttpOutcome::Kind;
 
-/// Bytes that arrive sooner after the last read wait this long: less than a frame of the screen.
-constexpr auto readPause = 12ms;
+/// Bytes that arrive sooner after the last read wait this long: shorter than a view takes between two
+/// repaints.
+constexpr auto readPause = 20ms;
 constexpr qint64 readSize = 64 * 1024;
 
 QByteArray encode(const HttpRequest& request) {
@@ -105,6 +106,7 @@ class Exchange : public std::enable_shared_from_this<Exchange> {
   QTimer* newTimer(std::chrono::milliseconds interval, Action action) {
     auto* timer = new QTimer(socket_);
     timer->setSingleShot(true);
+    timer->setTimerType(Qt::PreciseTimer);  // a coarse one may be early, and an answer in time be lost
     timer->setInterval(interval);
     listen(timer, &QTimer::timeout, action);
     return timer;

@@ -1,5 +1,6 @@
 #include "ai/http_response.h"
 
+#include <QList>
 #include <algorithm>
 
 namespace lumeno {

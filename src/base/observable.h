@@ -97,11 +97,13 @@ class Observable {
   /// As `subscribe`, but an assignment equal to the last delivered value is not delivered.
   [[nodiscard]] Subscription subscribeDistinct(std::function<void(const T&)> observer) {
     observer(value_);
-    return signal_.connect([last = value_, observer = std::move(observer)](const T& value) mutable {
-      if (value == last) return;
-      last = value;
-      observer(value);
-    });
+    // Shared, because a listener is copied for each call.
+    return signal_.connect(
+        [last = std::make_shared<T>(value_), observer = std::move(observer)](const T& value) {
+          if (value == *last) return;
+          *last = value;
+          observer(value);
+        });
   }
 
  private:

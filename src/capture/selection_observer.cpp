@@ -216,7 +216,8 @@ void SelectionObserver::Private::refreshIfAsked() {
 
 void SelectionObserver::Private::finishRefresh(std::shared_ptr<const Read> read) {
   isReading_ = false;
-  take(*read);
+  const auto held = std::move(read);  // whoever is told of it may stop the observer, which drops the job
+  take(*held);
   refreshIfAsked();
 }
 

@@ -8,8 +8,8 @@
 
 namespace lumeno {
 
-/// Calls back when the summon shortcut is pressed in another application. Observes only: the application in front
-/// receives the key too. Main thread.
+/// Calls back when the summon shortcut is pressed in another application. Observes only: the application in
+/// front receives the key too. Main thread.
 class HotkeyMonitor {
  public:
   /// `events` must outlive the monitor. `requiredFlags` are already masked to `modifier::shortcutMask`.

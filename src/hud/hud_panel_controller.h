@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -11,12 +12,13 @@
 
 namespace lumeno {
 
-/// Owns the one floating panel: places it next to the selection, follows the size of its content, dismisses it on
-/// clicks and Escape elsewhere, fades it out. Main thread.
+/// Owns the one floating panel: places it next to the selection, follows the size of its content, dismisses
+/// it on clicks and Escape elsewhere, fades it out. Main thread.
 class HUDPanelController final : public HUDPresenter {
  public:
   /// All must outlive the controller.
-  HUDPanelController(PanelWindow& window, ScreenLayout& screens, EventMonitor& events, Appearance& appearance);
+  HUDPanelController(PanelWindow& window, ScreenLayout& screens, EventMonitor& events,
+                     Appearance& appearance);
 
   void show(const std::optional<Rect>& anchor, bool preferBelow, bool keyEligible, bool takeFocus) override;
   void hide() override;
@@ -25,6 +27,12 @@ class HUDPanelController final : public HUDPresenter {
   void layout(Size content);
   /// Whether the last placement ended up below the anchor.
   [[nodiscard]] bool isFlippedBelow() const { return isFlippedBelow_; }
+
+  /// Called before the panel is shown or updated, so that the content can catch up and report its size
+  /// unseen.
+  std::function<void()> onWillShow;
+  /// Called before the panel fades out, so that the content can keep still meanwhile.
+  std::function<void()> onWillHide;
 
  private:
   void installOutsideMonitors();
@@ -37,7 +45,8 @@ class HUDPanelController final : public HUDPresenter {
   std::optional<Rect> anchor_;
   bool preferBelow_ = false;
   bool isFlippedBelow_ = false;
-  bool isPositioned_ = false;
+  bool isPositioned_ = false;  ///< placed since it was last shown from hidden: moves are then animated
+  bool isLaidOutForShow_ = false;
   std::optional<Size> lastContent_;
   std::vector<Subscription> outsideMonitors_;
 };

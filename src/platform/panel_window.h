@@ -7,6 +7,12 @@
 
 namespace lumeno {
 
+/// Where the card is in the panel's window: logical pixels from the window's top-left corner, y downward.
+struct PanelShape {
+  Rect card;
+  double cornerRadius = 0;
+};
+
 /// The system side of the floating panel: a borderless, non-activating window above all others, on every
 /// desktop. Main thread. Frames are in window space (bottom-left origin). The window shows whatever its owner
 /// put into it.

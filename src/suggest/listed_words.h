@@ -17,7 +17,7 @@ struct ListedPhrase {
   enum class Start { wordStart, lineStart };
   enum class End { wordBoundary, anywhere };
 
-  QString text;  ///< lowercase ASCII; the first character is a letter
+  QString text;  ///< lowercase ASCII, two characters or more; the first is a letter
   Start start = Start::wordStart;
   End end = End::wordBoundary;
   CueSet patterns = 0;  ///< the expressions that list it
@@ -48,8 +48,10 @@ struct Folding {
 };
 [[nodiscard]] Folding foldNonAscii(char32_t c);
 
-inline char16_t foldAscii(char16_t c) {
-  return isAsciiUpper(c) ? static_cast<char16_t>(c | 0x20) : c;
+/// Whether the case folding of a character above ASCII begins with an ASCII letter; hardly any does.
+inline constexpr bool foldsToAscii(char32_t c) {
+  return c == 0xDF || c == 0x130 || c == 0x17F || c == 0x1F0 || (c >= 0x1E96 && c <= 0x1E9A) || c == 0x1E9E ||
+         c == 0x212A || (c >= 0xFB00 && c <= 0xFB06);
 }
 
 /// Where `phrase` ends when it stands at `i`, compared without regard to case; -1 when it does not. A
@@ -67,6 +69,7 @@ qsizetype endOfPhrase(const Text& text, qsizetype i, QStringView phrase) {
       continue;
     }
     const char32_t c = codePointAt(text, i);
+    if (!foldsToAscii(c)) return -1;
     const Folding folding = foldNonAscii(c);
     for (int k = 0; k < folding.size; ++k, ++matched) {
       if (matched >= phrase.size() || folding.units[k] != phrase[matched].unicode()) return -1;
@@ -78,11 +81,17 @@ qsizetype endOfPhrase(const Text& text, qsizetype i, QStringView phrase) {
 
 /// The expressions with a phrase that stands at the word start `i`.
 template <class Text>
-CueSet phrasesAt(const Text& text, qsizetype i, char32_t c, bool atLineStart, CueSet known) {
+CueSet phrasesAt(const Text& text, qsizetype i, char32_t c, bool atLineStart, CueSet known,
+                 const ListedWords& words) {
+  constexpr char16_t anyLetter = 128;
+  if (c >= 128 && !foldsToAscii(c)) return 0;
   const char16_t letter = c < 128 ? foldAscii(static_cast<char16_t>(c)) : foldNonAscii(c).units[0];
   if (!isAsciiLower(letter)) return 0;
+  // Most words are none of ours, which nearly always shows in the second letter.
+  const char16_t next = c < 128 && i + 1 < text.size() ? foldAscii(text[i + 1]) : anyLetter;
   CueSet found = 0;
-  for (const ListedPhrase& phrase : ListedWords::shared().startingWith(letter)) {
+  for (const ListedPhrase& phrase : words.startingWith(letter)) {
+    if (next < anyLetter && phrase.text[1].unicode() != next) continue;
     if ((phrase.patterns & ~known) == 0) continue;
     if (phrase.start == ListedPhrase::Start::lineStart && !atLineStart) continue;
     const qsizetype end = endOfPhrase(text, i, phrase.text);
@@ -97,17 +106,23 @@ CueSet phrasesAt(const Text& text, qsizetype i, char32_t c, bool atLineStart, Cu
 /// Which word-list expressions match.
 template <class Text>
 CueSet findListedWords(const Text& text) {
+  const qsizetype size = text.size();
+  const ListedWords& words = ListedWords::shared();
   CueSet found = 0;
   bool afterWord = false;
   // Whether there is only white space since the start of a line.
   bool atLineStart = true;
-  for (qsizetype i = 0; i < text.size();) {
+  for (qsizetype i = 0; i < size;) {
     const char32_t c = codePointAt(text, i);
     const CharClass charClass = classOf(c);
-    if (charClass == CharClass::word && !afterWord) found |= phrasesAt(text, i, c, atLineStart, found);
+    if (charClass == CharClass::word && !afterWord) found |= phrasesAt(text, i, c, atLineStart, found, words);
     if (charClass != CharClass::attached) afterWord = charClass == CharClass::word;
     atLineStart = isSpace(c) && (atLineStart || isLineTerminator(c));
     i += U16_LENGTH(c);
+    // The rest of a word holds nothing of interest.
+    if (charClass == CharClass::word) {
+      while (i < size && text[i] < 128 && isWordCharacter(text[i])) ++i;
+    }
   }
   return found;
 }

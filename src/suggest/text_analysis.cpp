@@ -8,6 +8,7 @@
 
 #include "base/text.h"
 #include "suggest/cue_scans.h"
+#include "suggest/lowercase.h"
 #include "suggest/word_lists.h"
 
 namespace lumeno {
@@ -64,7 +65,7 @@ TextAnalysis::TextAnalysis(const SelectedContext& context, const detect::Surroun
     : context_(context), surroundings_(surroundings), trimmedText_(text::trimmed(context.selectedText)) {}
 
 const QString& TextAnalysis::lowercasedText() {
-  return once(lowercasedText_, [&] { return trimmedText_.toString().toLower(); });
+  return once(lowercasedText_, [&] { return lowercased(trimmedText_); });
 }
 
 const QString& TextAnalysis::lowercasedApp() {

@@ -31,10 +31,6 @@ bool isNonAsciiWordCharacter(char32_t character) {
   return belongsToWords(c, U_GET_GC_MASK(c)) || c == 0x200C || c == 0x200D;
 }
 
-bool isNonAsciiSpace(char32_t c) {
-  return u_isUWhiteSpace(static_cast<UChar32>(c));
-}
-
 bool isNonAsciiDigit(char32_t c) {
   return u_charType(static_cast<UChar32>(c)) == U_DECIMAL_DIGIT_NUMBER;
 }

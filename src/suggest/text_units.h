@@ -28,7 +28,6 @@ enum class CharClass : unsigned char { other, word, attached };
 
 [[nodiscard]] CharClass classOfNonAscii(char32_t c);
 [[nodiscard]] bool isNonAsciiWordCharacter(char32_t c);
-[[nodiscard]] bool isNonAsciiSpace(char32_t c);
 [[nodiscard]] bool isNonAsciiDigit(char32_t c);
 
 inline constexpr bool isAsciiDigit(char32_t c) {
@@ -39,6 +38,9 @@ inline constexpr bool isAsciiUpper(char32_t c) {
 }
 inline constexpr bool isAsciiLower(char32_t c) {
   return c >= U'a' && c <= U'z';
+}
+inline constexpr char16_t foldAscii(char16_t c) {
+  return isAsciiUpper(c) ? static_cast<char16_t>(c | 0x20) : c;
 }
 inline constexpr bool isAsciiAlphanumeric(char32_t c) {
   return isAsciiDigit(c) || isAsciiUpper(c) || isAsciiLower(c);
@@ -64,8 +66,11 @@ inline bool isWordCharacter(char32_t c) {
 }
 
 /// White_Space. All of it lies in the basic plane, so a unit is enough.
-inline bool isSpace(char32_t c) {
-  return c < 128 ? c == U' ' || (c >= U'\t' && c <= U'\r') : isNonAsciiSpace(c);
+inline constexpr bool isSpace(char32_t c) {
+  if (c < 128) return c == U' ' || (c >= U'\t' && c <= U'\r');
+  if (c < 0x1680) return c == 0x85 || c == 0xA0;
+  return c == 0x1680 || (c >= 0x2000 && c <= 0x200A) || c == 0x2028 || c == 0x2029 || c == 0x202F ||
+         c == 0x205F || c == 0x3000;
 }
 
 /// A decimal digit of any script.

@@ -1,12 +1,11 @@
 #include "core/model/app_model.h"
 
-#include <QDateTime>
 #include <QUuid>
 #include <algorithm>
 #include <utility>
 
-#include "ai/ai_runner.h"
 #include "base/text.h"
+#include "core/model/app_model_private.h"
 
 using namespace Qt::StringLiterals;
 
@@ -20,84 +19,11 @@ constexpr auto settleDelay = 350ms;
 constexpr auto noticeLifetime = 2600ms;
 constexpr std::size_t visibleSuggestionLimit = 4;
 
-ActionResult makeResult(IntentKind kind, const QString& title, const QString& body) {
-  return {QUuid::createUuid(), kind, title, body, QDateTime::currentDateTimeUtc()};
-}
+}  // namespace
 
 SelectedContext contextOf(const Selection& selection) {
   return {QUuid::createUuid(), selection.text, selection.sourceApp, QString()};
 }
-
-ActionSuggestion addingToCalendar() {
-  ActionSuggestion suggestion;
-  suggestion.kind = IntentKind::date;
-  suggestion.title = u"Adding to Calendar"_s;
-  suggestion.confidence = 1;
-  return suggestion;
-}
-
-bool isDirect(IntentKind kind) {
-  return kind == IntentKind::address || kind == IntentKind::link || kind == IntentKind::email ||
-         kind == IntentKind::phone;
-}
-
-}  // namespace
-
-/// The steps behind the operations. Newer user actions cancel older jobs before they change state, and a
-/// cancelled job delivers nothing, so that a late answer never overwrites newer state.
-class AppModel::Private {
- public:
-  enum class Navigation { pointer, keyboard };
-  enum class Form { chips, hintPill };
-
-  Private(AppModel& model, Collaborators collaborators)
-      : collaborators_(std::move(collaborators)),
-        hotkey_(collaborators_.events, collaborators_.settings.summonHotkey.get().keyCode,
-                collaborators_.settings.summonHotkey.get().modifiers & modifier::shortcutMask),
-        model_(model) {}
-  ~Private() { collaborators_.panel.onOutsideDismiss = nullptr; }
-  Private(const Private&) = delete;
-  Private& operator=(const Private&) = delete;
-
-  void wireUp();
-
-  void summon();
-  void dismiss();
-  void handleSelection(const std::optional<Selection>& newValue);
-  void run(const ActionSuggestion& suggestion);
-  void confirmCalendar();
-  void replaceResult();
-  void back();
-
-  Collaborators collaborators_;
-
- private:
-  void cancelJobs();
-  void setPhase(HUDPhase newPhase);
-  void present(const Selection& selection, Navigation navigation, Form form);
-  void clear();
-  void showNotice(const QString& text);
-  std::vector<ActionSuggestion> suggestionsFor(const Selection& selection) const;
-
-  void openLink(const QUrl& url);
-  void generate(const ActionSuggestion& suggestion, const Selection& selection);
-  void startCalendar(const QString& text, const ActionSuggestion& suggestion);
-  void showResult(bool usedAI, ActionResult result);
-
-  SuggestionEngine engine_;
-  HotkeyMonitor hotkey_;
-  AppModel& model_;
-  /// The window that the presented selection was read in.
-  std::optional<SelectionSource> source_;
-
-  Job generateTask_;  ///< the running generation, calendar draft or calendar save
-  Job noticeTask_;
-  Job presentTask_;
-  Job summonTask_;
-  Job replaceTask_;
-  std::shared_ptr<const char> openedLink_;  ///< while it lives, a failure to open the link is still news
-  std::vector<Subscription> cancellables_;
-};
 
 void AppModel::Private::wireUp() {
   auto& settings = collaborators_.settings;
@@ -178,7 +104,7 @@ std::vector<ActionSuggestion> AppModel::Private::suggestionsFor(const Selection&
   return engine_.suggestions(contextOf(selection), disabledKinds);
 }
 
-void AppModel::Private::present(const Selection& selection, Navigation navigation, Form form) {
+void AppModel::Private::present(Selection selection, Navigation navigation, Form form) {
   if (collaborators_.settings.disabledApps.get().contains(selection.sourceApp.toLower())) {
     clear();
     return;
@@ -235,95 +161,6 @@ void AppModel::Private::summon() {
   });
 }
 
-void AppModel::Private::run(const ActionSuggestion& suggestion) {
-  const std::optional<Selection> selection = model_.selection.get();
-  if (!selection) return;
-  if (isDirect(suggestion.kind)) {
-    const std::optional<QUrl> url = suggestion.directURL;
-    // First, so that the notice of a failure, however quick, is not hidden again.
-    dismiss();
-    if (url) openLink(*url);
-  } else if (suggestion.kind == IntentKind::date) {
-    startCalendar(text::trimmed(selection->text).toString(), suggestion);
-  } else {
-    generate(suggestion, *selection);
-  }
-}
-
-void AppModel::Private::openLink(const QUrl& url) {
-  openedLink_ = std::make_shared<const char>();
-  collaborators_.urlOpener.open(url, [this, wanted = std::weak_ptr(openedLink_)](bool opened) {
-    if (!opened && !wanted.expired()) showNotice(u"No application can open this link."_s);
-  });
-}
-
-void AppModel::Private::generate(const ActionSuggestion& suggestion, const Selection& selection) {
-  setPhase(phase::Generating{suggestion, QString()});
-  const auto& settings = collaborators_.settings;
-  const AIRunner runner(collaborators_.aiServices, settings.backend.get(), settings.ollamaModel.get());
-  generateTask_ =
-      runner.run(suggestion, contextOf(selection), [this, suggestion](const AIRunner::Update& update) {
-        if (const auto* partial = std::get_if<AIRunner::Partial>(&update)) {
-          setPhase(phase::Generating{suggestion, partial->text});
-          return;
-        }
-        const auto& finished = std::get<AIRunner::Finished>(update);
-        showResult(finished.usedAI, makeResult(suggestion.kind, suggestion.title, finished.body));
-      });
-}
-
-void AppModel::Private::startCalendar(const QString& text, const ActionSuggestion& suggestion) {
-  if (!collaborators_.calendar) return;
-  setPhase(phase::Generating{suggestion, QString()});
-  generateTask_ = collaborators_.calendar->makeDraft(
-      text, [this](const std::variant<CalendarDraft, CalendarFailure>& answer) {
-        if (const auto* failure = std::get_if<CalendarFailure>(&answer)) {
-          showResult(false, makeResult(IntentKind::date, u"Couldn’t add event"_s, failure->message));
-          return;
-        }
-        model_.usedAI.set(false);
-        setPhase(phase::CalendarConfirm{std::get<CalendarDraft>(answer)});
-      });
-}
-
-void AppModel::Private::confirmCalendar() {
-  const auto* confirm = std::get_if<phase::CalendarConfirm>(&model_.phase.get());
-  if (!confirm || !collaborators_.calendar) return;
-  const CalendarDraft draft = confirm->draft;
-  setPhase(phase::Generating{addingToCalendar(), QString()});
-  generateTask_ =
-      collaborators_.calendar->add(draft, [this](const std::variant<QString, CalendarFailure>& answer) {
-        const auto* failure = std::get_if<CalendarFailure>(&answer);
-        showResult(false,
-                   failure ? makeResult(IntentKind::date, u"Couldn’t add event"_s, failure->message)
-                           : makeResult(IntentKind::date, u"Added to Calendar"_s, std::get<QString>(answer)));
-      });
-}
-
-void AppModel::Private::showResult(bool usedAI, ActionResult result) {
-  model_.usedAI.set(usedAI);
-  setPhase(phase::Result{std::move(result)});
-}
-
-void AppModel::Private::replaceResult() {
-  const auto* shown = std::get_if<phase::Result>(&model_.phase.get());
-  if (!shown) return;
-  const QString body = shown->result.body;
-  // The panel goes first: the keyboard must be back in the other application when the paste arrives.
-  dismiss();
-  replaceTask_ = collaborators_.replacer.replace(body, source_, [this](SelectionReplacer::Outcome outcome) {
-    const bool hasMovedOn = model_.selection.get().has_value();
-    if (outcome == SelectionReplacer::Outcome::selectionGone && !hasMovedOn) {
-      showNotice(u"The selection is gone. The result is on the clipboard."_s);
-    }
-  });
-}
-
-void AppModel::Private::back() {
-  generateTask_.cancel();
-  setPhase(phase::Suggestions());
-}
-
 AppModel::AppModel(Collaborators collaborators)
     : d_(std::make_unique<Private>(*this, std::move(collaborators))) {
   d_->wireUp();
@@ -367,10 +204,7 @@ void AppModel::confirmCalendar() {
 }
 
 void AppModel::copyResult() {
-  const auto* shown = std::get_if<phase::Result>(&phase.get());
-  if (!shown) return;
-  d_->collaborators_.clipboard.copy(shown->result.body);
-  dismiss();
+  d_->copyResult();
 }
 
 void AppModel::replaceResult() {

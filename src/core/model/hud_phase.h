@@ -33,8 +33,8 @@ struct Suggestions {
 };
 }  // namespace phase
 
-using HUDPhase = std::variant<phase::Suggestions, phase::Generating, phase::CalendarConfirm, phase::Result,
-                              phase::Notice>;
+using HUDPhase =
+    std::variant<phase::Suggestions, phase::Generating, phase::CalendarConfirm, phase::Result, phase::Notice>;
 
 /// "suggestions", "generating", "calendarConfirm", "result" or "notice".
 [[nodiscard]] QString phaseName(const HUDPhase& phase);

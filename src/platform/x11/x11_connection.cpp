@@ -98,8 +98,7 @@ void X11Connection::dispatch(const xcb_generic_event_t& event) {
   }
   const bool generic = type == XCB_GE_GENERIC;
   const auto& table = generic ? genericHandlers_ : handlers_;
-  const uint8_t key =
-      generic ? reinterpret_cast<const xcb_ge_generic_event_t&>(event).extension : type;
+  const uint8_t key = generic ? reinterpret_cast<const xcb_ge_generic_event_t&>(event).extension : type;
   // By value: a handler may subscribe, which may move the table.
   const auto signal = table.value(key);
   if (signal) signal->emit(event);

@@ -20,10 +20,10 @@ struct XcbFree {
 template <typename T>
 using XcbPtr = std::unique_ptr<T, XcbFree>;
 
-/// Our own connection to the X server, shared by everything of the X11 back end that lives on the main thread. It is
-/// separate from the toolkit's, so that raw input, selections and properties can be watched without its filters.
-/// Events are delivered from the event loop. Replies come from the local X server only; no request here waits for
-/// another client.
+/// Our own connection to the X server, shared by everything of the X11 back end that lives on the main
+/// thread. It is separate from the toolkit's, so that raw input, selections and properties can be watched
+/// without its filters. Events are delivered from the event loop. Replies come from the local X server only;
+/// no request here waits for another client.
 class X11Connection final : public QObject {
   Q_OBJECT
  public:

@@ -71,10 +71,10 @@ qsizetype leadingTypeStart(const Words& words) {
     if (rest == 0 && !word.isCapitalised()) continue;
     const bool names = std::all_of(words.items.begin() + i + 1, words.items.begin() + words.count, isName);
     if (!names) continue;
-    // P.O. Box, Apartado de Correos
-    size_t first = i;
-    if (box && i > 0 && words.items[i - 1].text.compare("p.o"_L1, Qt::CaseInsensitive) == 0) first = i - 1;
-    if (box && i > 0 && words.items[i - 1].text.compare("po"_L1, Qt::CaseInsensitive) == 0) first = i - 1;
+    // P.O. Box, GPO Box
+    static const WordSet boxPrefixes{u"po p.o gpo"_s};
+    const bool prefixed = box && i > 0 && boxPrefixes.contains(words.items[i - 1].text);
+    const size_t first = prefixed ? i - 1 : i;
     return words.items[first].start;
   }
   return -1;
@@ -127,6 +127,19 @@ bool isPlainName(const Words& words) {
     return isName(word) && !word.isNumber() && !tables::countedNouns().contains(word.text) &&
            word.text.size() > 1;
   });
+}
+
+/// `end` before the "nº" or "No." that ends there, and before the blanks before it.
+qsizetype withoutNumberSign(QStringView text, qsizetype end) {
+  static const WordSet signs{u"nº n n.º n.o nr no num núm n° numero número"_s};
+  qsizetype start = end;
+  while (start > 0 && end - start < 8 && !isSpace(text[start - 1].unicode()) && text[start - 1] != u',')
+    --start;
+  const QStringView word = text.sliced(start, end - start);
+  const bool dotted = word.endsWith(u'.');
+  if (!signs.contains(dotted ? word.chopped(1) : word)) return end;
+  while (start > 0 && end - start < 12 && isBlank(text[start - 1].unicode())) --start;
+  return start;
 }
 
 }  // namespace
@@ -219,7 +232,9 @@ bool startsFrenchStreet(QStringView text, qsizetype i) {
 qsizetype segmentStart(QStringView text, qsizetype end) {
   const auto isBound = [&](qsizetype i) {
     const char16_t c = text[i].unicode();
-    if (isLineBreak(c) || u",;:()[]{}<>\"|\t!?•·„“”»«"_s.contains(QChar(c))) return true;
+    if (isAsciiLetter(c) || c == u' ') return false;
+    constexpr QStringView bounds = u",;:()[]{}<>\"|\t!?•·„“”»«";
+    if (isLineBreak(c) || bounds.contains(QChar(c))) return true;
     return (c == u'-' || c == 0x2013 || c == 0x2014) && isBlank(unitAt(text, i - 1)) &&
            isBlank(unitAt(text, i + 1));
   };
@@ -237,18 +252,13 @@ qsizetype segmentStart(QStringView text, qsizetype end) {
 StreetName streetNameBefore(QStringView text, qsizetype numberStart) {
   qsizetype end = numberStart;
   while (end > 0 && numberStart - end < 3 && isBlank(text[end - 1].unicode())) --end;
-  // "Calle Mayor, 12", "Via Roma, n. 5", "Calle Mayor nº 5"
-  bool comma = false;
-  if (unitAt(text, end - 1) == u',' && end < numberStart) {
-    comma = true;
-    --end;
-  }
+  // "Calle Mayor nº 5", "Via Roma, n. 5"
+  end = withoutNumberSign(text, end);
+  // "Calle Mayor, 12"
+  const bool comma = unitAt(text, end - 1) == u',' && end < numberStart;
+  if (comma) --end;
   const qsizetype start = segmentStart(text, end);
-  Words words = wordsOf(text, start, end);
-  if (words.count > 1) {
-    static const WordSet numberSigns{u"nº n no num núm nr n° numero número"_s};
-    if (numberSigns.contains(words.items[words.count - 1].text)) --words.count;
-  }
+  const Words words = wordsOf(text, start, end);
   if (words.count == 0) return {};
   if (const qsizetype at = leadingTypeStart(words); at >= 0) return {at, StreetEvidence::typed};
   if (comma) return {};

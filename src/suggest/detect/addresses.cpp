@@ -23,7 +23,8 @@ using namespace Qt::StringLiterals;
 using namespace scan;
 namespace tables = address_tables;
 
-constexpr int mostLooks = 10000;
+/// Numbers that could belong to an address; a text with more of them is a table, not a letter.
+constexpr int mostLooks = 5000;
 
 struct Span {
   qsizetype start = 0;
@@ -80,8 +81,9 @@ class AddressScanner {
   [[nodiscard]] bool mayStartNumber(qsizetype i) const {
     const char32_t before = codePointBefore(text_, i);
     if (before == u'.' || before == u',') return !isAsciiDigit(unitAt(text_, i - 2));
-    return !isWordCharacter(before) && before != u'$' && before != 0x20AC && before != u'%' &&
-           before != u'=' && before != u'_' && before != u'@';
+    constexpr QStringView parts = u"-/+:$%=_@#&\\\u20AC\u00A3";
+    return before == 0 ||
+           !(isWordCharacter(before) || (before < 0x10000 && parts.contains(QChar(char16_t(before)))));
   }
 
   /// 12 High Street, London; 3 bis rue de la Paix, 75002 Paris
@@ -91,14 +93,19 @@ class AddressScanner {
     if (unitAt(text_, name) == u',') ++name;
     if (!isBlank(unitAt(text_, name))) return {};
     while (name - numberEnd < 4 && isBlank(unitAt(text_, name))) ++name;
-    if (const qsizetype frenchEnd = frenchAddressEnd(name)) return {start, frenchEnd};
-    const qsizetype streetEnd = englishStreetEnd(text_, name);
-    if (streetEnd == 0) return {};
-    const AddressGap gap = readAddressGap(text_, streetEnd);
-    if (gap.kind == Separator::none) return {};
-    const qsizetype end = englishLocalityEnd(text_, gap.end);
+    // "700 Avenue of the Americas" begins like a French street; the reading that goes further is right.
+    const qsizetype frenchEnd = frenchAddressEnd(name);
+    const qsizetype englishEnd = englishAddressEnd(name);
+    const qsizetype end = std::max(frenchEnd, englishEnd);
     if (end == 0) return {};
-    return {withLeadingUnit(start), end};
+    return {englishEnd == end ? withLeadingUnit(start) : start, end};
+  }
+
+  qsizetype englishAddressEnd(qsizetype i) const {
+    const qsizetype streetEnd = englishStreetEnd(text_, i);
+    if (streetEnd == 0) return 0;
+    const AddressGap gap = readAddressGap(text_, streetEnd);
+    return gap.kind == Separator::none ? 0 : englishLocalityEnd(text_, gap.end);
   }
 
   qsizetype frenchAddressEnd(qsizetype i) {
@@ -152,17 +159,17 @@ class AddressScanner {
   Span numberLast(qsizetype i) {
     const qsizetype numberEnd = boxOrHouseNumberEnd(i);
     if (numberEnd == 0) return {};
+    const AddressGap gap = readAddressGap(text_, numberEnd);
+    if (gap.kind == Separator::none) return {};
+    const bool englishBox = hasAt(text_, i - 4, "box "_L1);
+    const qsizetype englishEnd = englishBox ? englishLocalityEnd(text_, gap.end) : 0;
+    const qsizetype end = std::max(englishEnd, localityWithin(numberEnd, 6, Words::doors));
+    if (end == 0) return {};
     const StreetName street = streetNameBefore(text_, i);
     if (street.start < 0) return {};
-    const AddressGap gap = readAddressGap(text_, numberEnd);
-    if (street.evidence == StreetEvidence::named) {
-      if (gap.kind != Separator::comma && gap.kind != Separator::line) return {};
-      const qsizetype end = postcodeAndPlaceEnd(text_, gap.end, StreetEvidence::named);
-      return {street.start, end};
-    }
-    if (const qsizetype end = localityWithin(numberEnd, 6, Words::doors)) return {street.start, end};
-    if (!endsInBox(i) || gap.kind == Separator::none) return {};
-    return {street.start, englishLocalityEnd(text_, gap.end)};
+    if (street.evidence == StreetEvidence::typed) return {street.start, end};
+    const bool adjoins = gap.kind == Separator::comma || gap.kind == Separator::line;
+    return {street.start, adjoins ? postcodeAndPlaceEnd(text_, gap.end, StreetEvidence::named) : 0};
   }
 
   /// "Postfach 12 34 56" is written in pairs.
@@ -173,21 +180,19 @@ class AddressScanner {
     return end;
   }
 
-  [[nodiscard]] bool endsInBox(qsizetype i) const { return hasAt(text_, i - 4, "box "_L1); }
-
   /// Place de la Concorde, 75008 Paris
   Span withoutNumber(qsizetype i) {
     if (digitCount(text_, i) < 5) return {};
+    qsizetype streetEnd = i;
+    bool separated = false;
+    while (streetEnd > 0 && i - streetEnd < 4 &&
+           (isSpace(text_[streetEnd - 1].unicode()) || text_[streetEnd - 1] == u',')) {
+      --streetEnd;
+      separated = separated || !isBlank(text_[streetEnd].unicode());
+    }
+    if (!separated) return {};
     const qsizetype end = postcodeAndPlaceEnd(text_, i, StreetEvidence::typed);
     if (end == 0) return {};
-    qsizetype streetEnd = i;
-    while (streetEnd > 0 && i - streetEnd < 4 && isSpace(text_[streetEnd - 1].unicode())) --streetEnd;
-    const bool line = streetEnd < i && std::any_of(text_.begin() + streetEnd, text_.begin() + i,
-                                                   [](QChar c) { return isLineBreak(c.unicode()); });
-    if (unitAt(text_, streetEnd - 1) == u',')
-      --streetEnd;
-    else if (!line)
-      return {};
     const StreetName street = streetNameBefore(text_, streetEnd);
     if (street.start < 0 || street.evidence != StreetEvidence::typed) return {};
     return {street.start, end};

@@ -169,17 +169,18 @@ bool isReversedDomain(const Labels& labels) {
   return labels.count >= 3 && packageRoots.contains(labels.first) && !commonEndings().contains(labels.top);
 }
 
+/// foo.com.pl, foo.co.id: a registry's suffix of two parts, which no file and no member of an object has.
+bool hasRegistrySuffix(const Labels& labels, QStringView name) {
+  return labels.count >= 3 && isAscii(name) &&
+         PublicSuffixes::isSuffix(name.sliced(labels.second.data() - name.data()));
+}
+
 bool isFile(const Labels& labels, const DomainCandidate& candidate) {
-  // foo.com.pl has a registry's suffix of two parts, which no file has.
-  const bool registrySuffix =
-      labels.count >= 3 && isAscii(candidate.name()) &&
-      PublicSuffixes::isSuffix(candidate.name().sliced(labels.second.data() - candidate.name().data()));
-  if (registrySuffix) return false;
   if (fileEndings().contains(labels.top)) {
-    if (!candidate.hasPath) return true;
+    if (!candidate.hasPath) return !hasRegistrySuffix(labels, candidate.name());
     // "README.md/CHANGELOG.md": one file or the other.
-    const QStringView after =
-        candidate.text.sliced(candidate.end, std::min<qsizetype>(candidate.text.size() - candidate.end, 80));
+    const QStringView after = candidate.text.sliced(candidate.end)
+                                  .first(std::min<qsizetype>(candidate.text.size() - candidate.end, 80));
     const qsizetype dot = after.indexOf(u'.');
     return dot > 0 && after.sliced(dot + 1).startsWith(labels.top) &&
            !isWordCharacter(codePointAt(after, dot + 1 + labels.top.size()));
@@ -203,9 +204,7 @@ bool isCode(const Labels& labels, const DomainCandidate& candidate) {
   while (i < candidate.end + 2 && isBlank(unitAt(text, i))) ++i;
   if (unitAt(text, i) == u'=' && i > candidate.end) return true;
   if (candidate.hasPath) return false;
-  if (labels.top == u"name" || labels.top == u"id")
-    return labels.count == 2 ||
-           !PublicSuffixes::isSuffix(candidate.name().sliced(labels.second.data() - candidate.name().data()));
+  if (labels.top == u"name" || labels.top == u"id") return !hasRegistrySuffix(labels, candidate.name());
   if (isReversedDomain(labels)) return true;
   if (!memberLike) return false;
   return receivers().contains(labels.first) || isCamelCase(labels.second) || isNumber(labels.second) ||
@@ -258,13 +257,17 @@ bool PublicSuffixes::isSuffix(QStringView domain) {
   return psl_is_public_suffix2(psl_builtin(), lower.constData(), PSL_TYPE_ICANN) == 1;
 }
 
-bool isDomain(QStringView name, PublicSuffixes& suffixes) {
-  if (name.size() < 4 - (isAscii(name) ? 0 : 1) || name.size() > longestName) return false;
+bool hasTopLevelDomain(QStringView name, PublicSuffixes& suffixes) {
+  if (name.size() < 3 || name.size() > longestName) return false;
   const Labels labels = labelsOf(name);
   if (labels.count < 2 || labels.second.contains(u'_') || labels.top.contains(u'_')) return false;
-  if (!suffixes.isTopLevel(labels.top) || !hasWellFormedLabels(name)) return false;
+  return suffixes.isTopLevel(labels.top) && hasWellFormedLabels(name);
+}
+
+bool isRegistrable(QStringView name) {
   if (!isAscii(name)) return !QUrl::toAce(name.toString()).isEmpty();
-  return labels.count > 4 || !PublicSuffixes::isSuffix(name);
+  constexpr qsizetype mostLabelsOfSuffix = 4;
+  return name.count(u'.') >= mostLabelsOfSuffix || !PublicSuffixes::isSuffix(name);
 }
 
 bool readsAsSomethingElse(const DomainCandidate& candidate) {

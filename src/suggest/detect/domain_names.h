@@ -32,11 +32,15 @@ struct DomainCandidate {
   [[nodiscard]] QStringView name() const { return text.sliced(start, end - start); }
 };
 
-/// Whether `name` is a registrable domain (or a host below one) by its form and its suffix.
-[[nodiscard]] bool isDomain(QStringView name, PublicSuffixes& suffixes);
+/// Whether `name` ends in a known top-level domain and its labels are well formed.
+[[nodiscard]] bool hasTopLevelDomain(QStringView name, PublicSuffixes& suffixes);
+
+/// Whether a host could be registered under this name: not a bare public suffix (co.uk), and encodable.
+/// Expects that `hasTopLevelDomain` holds; costs more.
+[[nodiscard]] bool isRegistrable(QStringView name);
 
 /// Whether a domain written without scheme and "www." reads as a file name, a piece of code, an abbreviation
-/// or a missing blank between two sentences rather than as a link. Expects that `isDomain` holds.
+/// or a missing blank between two sentences rather than as a link. Expects that `hasTopLevelDomain` holds.
 [[nodiscard]] bool readsAsSomethingElse(const DomainCandidate& candidate);
 
 }  // namespace lumeno::detect

@@ -25,6 +25,8 @@ using namespace scan;
 constexpr qsizetype longestUrl = 8192;
 constexpr qsizetype longestLocalPart = 64;
 constexpr qsizetype longestScheme = 20;
+/// A host name with some punctuation around it.
+constexpr qsizetype longestRun = 300;
 /// Only the first links matter to anybody who asks; the cap bounds the cost of long lists of links.
 constexpr int mostOfAKind = 1000;
 
@@ -102,7 +104,6 @@ class LinkScanner {
       if (const qsizetype after = withoutSlashes(start, end); after > 0) return after;
     }
     if (next == u'@') return end;
-    // "l'adresse+x@y": the local part goes on behind a character no host has.
     return bareDomain(start, end);
   }
 
@@ -248,9 +249,8 @@ class LinkScanner {
   }
 
   qsizetype mailDomainEnd(qsizetype start) {
-    qsizetype end = trimmedNameEnd(start, endOfHostRun(start));
-    const qsizetype cut = validNameEnd(start, end);
-    return cut;
+    const qsizetype end = validNameEnd(start, trimmedNameEnd(start, endOfHostRun(start)));
+    return end > 0 && isRegistrable(text_.sliced(start, end - start)) ? end : 0;
   }
 
   [[nodiscard]] qsizetype trimmedNameEnd(qsizetype start, qsizetype end) const {
@@ -263,15 +263,15 @@ class LinkScanner {
   qsizetype validNameEnd(qsizetype start, qsizetype end) {
     const QStringView name = text_.sliced(start, end - start);
     if (name.size() > 253) return 0;
-    if (isDomain(name, suffixes_)) return end;
+    if (hasTopLevelDomain(name, suffixes_)) return end;
     const qsizetype dot = name.lastIndexOf(u'.');
     if (dot <= 0) return 0;
     const QStringView top = name.sliced(dot + 1);
     if (const qsizetype hyphen = top.indexOf(u'-'); hyphen > 0 && !top.startsWith("xn--"_L1)) {
-      return isDomain(name.first(dot + 1 + hyphen), suffixes_) ? start + dot + 1 + hyphen : 0;
+      return hasTopLevelDomain(name.first(dot + 1 + hyphen), suffixes_) ? start + dot + 1 + hyphen : 0;
     }
     if (!top.isEmpty() && top[0].isUpper() && !name.first(dot).isEmpty() && name[dot - 1].isLower() &&
-        isDomain(name.first(dot), suffixes_)) {
+        hasTopLevelDomain(name.first(dot), suffixes_)) {
       return start + dot;
     }
     return 0;
@@ -289,20 +289,24 @@ class LinkScanner {
     while (start < at && !isWordCharacter(codePointAt(text_, start)) && text_[start] != u'_') ++start;
     if (start == at || at - start > longestLocalPart || text_[at - 1] == u'.') return at;
     const qsizetype domain = at + 1;
-    const qsizetype runEnd = endOfHostRun(domain);
-    const qsizetype end = validNameEnd(domain, trimmedNameEnd(domain, runEnd));
+    const qsizetype runEnd = std::max(endOfHostRun(domain), domain);
+    if (mailLinks_ >= mostOfAKind) return runEnd;
+    const qsizetype end = mailDomainEnd(domain);
+    if (end == 0 || isRemoteTarget(end) || isScaleSuffix(domain) || followsRemoteCommand(start))
+      return runEnd;
     // A handle (@user@host), a path or a part of something longer is no address.
     const char16_t before = unitAt(text_, start - 1);
-    const char16_t after = unitAt(text_, end);
-    const bool remoteTarget = after == u':' && !isSpace(unitAt(text_, end + 1)) && end + 1 < text_.size() &&
-                              !u")]},.;\"'>"_s.contains(text_[end + 1]);
-    const bool glued = before == u'@' || before == u'/' || before == u'\\' || after == u'@';
-    if (end == 0 || remoteTarget || glued || isScaleSuffix(domain) || followsRemoteCommand(start)) {
-      return std::max(runEnd, at + 1);
-    }
-    if (text_.sliced(start, at - start).contains(".."_L1)) return std::max(runEnd, at + 1);
+    if (before == u'@' || before == u'/' || before == u'\\' || unitAt(text_, end) == u'@') return runEnd;
+    if (text_.sliced(start, at - start).contains(".."_L1)) return runEnd;
     add(start, end, u"mailto:"_s);
     return end;
+  }
+
+  /// user@host:path, which a colon and a blank ("write to a@b.com: …") is not.
+  [[nodiscard]] bool isRemoteTarget(qsizetype end) const {
+    constexpr QStringView closing = u")]},.;\"'>";
+    const char16_t after = unitAt(text_, end + 1);
+    return unitAt(text_, end) == u':' && after != 0 && !isSpace(after) && !closing.contains(QChar(after));
   }
 
   /// icon@2x.zip
@@ -326,7 +330,8 @@ class LinkScanner {
     const QStringView run = text_.sliced(start, runEnd - start);
     const bool localHost =
         unitAt(text_, runEnd) == u':' && run.compare("localhost"_L1, Qt::CaseInsensitive) == 0;
-    if (run.size() > 300 || (!localHost && !run.contains(u'.'))) return runEnd;
+    if (run.size() > longestRun || (!localHost && !run.contains(u'.'))) return runEnd;
+    if (webLinks_ >= mostOfAKind) return runEnd;
     qsizetype nameStart = start;
     while (nameStart < runEnd && (text_[nameStart] == u'_' || text_[nameStart] == u'.')) ++nameStart;
     const char16_t opening = unitAt(text_, nameStart - 1);
@@ -345,8 +350,8 @@ class LinkScanner {
         end > nameEnd && text_[end - 1] != u':' && text_.sliced(nameEnd, end - nameEnd).contains(u'/')};
     const bool wwwHost = www && text_.sliced(nameStart, nameEnd - nameStart).count(u'.') >= 2;
     if (!wwwHost && readsAsSomethingElse(candidate)) return std::max(runEnd, end);
-    add(nameStart, end, u"http://"_s);
-    return std::max(end, std::min(runEnd, end));
+    if (isRegistrable(candidate.name())) add(nameStart, end, u"http://"_s);
+    return end;
   }
 
   qsizetype localhost(qsizetype start, qsizetype end, char16_t opening) {

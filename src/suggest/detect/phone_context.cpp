@@ -18,7 +18,8 @@ constexpr qsizetype cueReach = 40;
 
 const WordSet& phoneWords() {
   static const WordSet set{
-      u"tel tél telephone telefon telefono teléfono telefone téléphone telefoon telefonnummer telefonnr "
+      u"unter tel tél telephone telefon telefono teléfono telefone téléphone telefoon telefonnummer "
+      u"telefonnr "
       u"phone phones "
       u"fon call calls cell cellphone mobile mobil mobiltelefon móvil movil cellulare celular handy "
       u"handynummer fax "
@@ -126,8 +127,6 @@ bool isGluedBefore(QStringView text, qsizetype start) {
     case u'#':
     case u'\\':
     case u'^':
-    case u'[':
-    case u'{':
     case u'°':
       return true;
     case u'/':
@@ -187,6 +186,15 @@ bool isGluedAfter(QStringView text, qsizetype end) {
   qsizetype wordEnd = end + 1;
   while (wordEnd < text.size() && wordEnd - end < 12 && isLetter(text[wordEnd].unicode())) ++wordEnd;
   return unitsAfter().contains(text.sliced(end + 1, wordEnd - end - 1));
+}
+
+bool isInNumberList(QStringView text, qsizetype start) {
+  qsizetype i = start;
+  while (i > 0 && start - i < 64 &&
+         (isAsciiDigit(text[i - 1].unicode()) || isSpace(text[i - 1].unicode()) || text[i - 1] == u',')) {
+    --i;
+  }
+  return unitAt(text, i - 1) == u'[' || unitAt(text, i - 1) == u'{';
 }
 
 bool continuesBankAccount(QStringView text, qsizetype start) {

@@ -16,6 +16,10 @@ enum class NumberCue { none, phone, other };
 [[nodiscard]] bool isGluedBefore(QStringView text, qsizetype start);
 [[nodiscard]] bool isGluedAfter(QStringView text, qsizetype end);
 
+/// Whether the number at `start` is an element of a list in square or curly brackets ("[2127365000,
+/// 2127365001]").
+[[nodiscard]] bool isInNumberList(QStringView text, qsizetype start);
+
 /// Whether the groups before `start` in the same line are the head of an IBAN.
 [[nodiscard]] bool continuesBankAccount(QStringView text, qsizetype start);
 

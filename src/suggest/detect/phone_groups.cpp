@@ -145,6 +145,12 @@ bool isBookNumber(QStringView text, GroupSpan span) {
   return span.count() == 4 && span.first->size() == 1 && span.last->size() == 1 && digits == 10;
 }
 
+/// 1 2 3 4 5
+bool isCount(GroupSpan span) {
+  const auto single = [](const DigitGroup& group) { return group.size() == 1; };
+  return !span.first->afterPlus && std::count_if(span.first, span.last + 1, single) > 3;
+}
+
 }  // namespace
 
 bool isPhoneDigit(char16_t c) {
@@ -184,9 +190,19 @@ void readDigitStretch(QStringView text, qsizetype start, DigitStretch& stretch) 
   countSteps(static_cast<std::uint64_t>(stretch.end - start));
 }
 
+bool isDateInDigits(QStringView text, const DigitGroup& group) {
+  if (group.size() != 8) return false;
+  const auto part = [&](qsizetype from, qsizetype size) {
+    return valueOf(text, {group.start + from, group.start + from + size, 0, false, false, false});
+  };
+  const int month = part(4, 2);
+  const int day = part(6, 2);
+  return isYear(part(0, 4)) && month >= 1 && month <= 12 && day >= 1 && day <= 31;
+}
+
 bool isOtherNumberShape(QStringView text, GroupSpan span) {
   return isDate(text, span) || isAddressOfHost(text, span) || isDecimalOrGrouped(text, span) ||
-         isCard(span) || isBookNumber(text, span);
+         isCard(span) || isBookNumber(text, span) || isCount(span);
 }
 
 }  // namespace lumeno::detect

@@ -43,4 +43,7 @@ struct GroupSpan {
 /// `text` is what they were read from.
 [[nodiscard]] bool isOtherNumberShape(QStringView text, GroupSpan span);
 
+/// 20260501
+[[nodiscard]] bool isDateInDigits(QStringView text, const DigitGroup& group);
+
 }  // namespace lumeno::detect

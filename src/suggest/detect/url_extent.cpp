@@ -73,11 +73,11 @@ bool endsUrl(QStringView text, qsizetype i, char16_t opening) {
 }  // namespace
 
 qsizetype withoutTrailingPunctuation(QStringView text, qsizetype start, qsizetype end, char16_t opening) {
+  constexpr QStringView punctuation = u".,;:!?'*|([{\u2013";
   while (end > start) {
-    const char16_t c = text[end - 1].unicode();
-    const bool punctuation = u".,;:!?'*|([{"_s.contains(QChar(c)) || c == 0x2013 ||
-                             (c == u'_' && opening == u'_') || (c == u'~' && opening == u'~');
-    if (!punctuation) break;
+    const QChar c = text[end - 1];
+    const bool emphasis = (c == u'_' || c == u'~') && c == QChar(opening);
+    if (!emphasis && !punctuation.contains(c)) break;
     --end;
   }
   return end;

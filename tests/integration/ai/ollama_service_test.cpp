@@ -323,6 +323,20 @@ TEST(OllamaService, CompletesWithTheTrimmedAnswerOrTheReason) {
       EXPECT_EQ(endOf(std::get<AIFailure>(result)), test.end);
     }
   }
+  Fixture f;
+  f.service.endpoint = QUrl(u"http://127.0.0.1:1/api/generate"_s);
+  const auto result = f.complete();
+  ASSERT_TRUE(std::holds_alternative<AIFailure>(result));
+  EXPECT_EQ(std::get<AIFailure>(result).message, u"Could not connect to the model server."_s);
+}
+
+TEST(OllamaService, SendsLongPromptsWhole) {
+  const QString prompt(20'000'000, u'x');
+  Fixture f(wholeReply(u"a"_s));
+  bool done = false;
+  const Job job = f.service.complete(prompt, [&](const auto&) { done = true; });
+  ASSERT_TRUE(waitUntil([&] { return done; }));
+  EXPECT_GT(f.server.exchanges()[0]->request.body.size(), prompt.size());
 }
 
 TEST(HttpExchange, TheTimeOutIsOneOfSilence) {

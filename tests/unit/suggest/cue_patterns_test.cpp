@@ -224,6 +224,9 @@ TEST(CharacterClasses, AgreeWithTheirDefinitionsForEveryCharacter) {
     ASSERT_EQ(scan::isWordCharacter(character), word.contains(c)) << std::hex << c;
     ASSERT_EQ(scan::isSpace(character), space.contains(c)) << std::hex << c;
     ASSERT_EQ(scan::isDigit(character), digit.contains(c)) << std::hex << c;
+    if (c >= 128) {
+      ASSERT_EQ(scan::foldsToAscii(character), scan::foldNonAscii(character).units[0] < 128) << std::hex << c;
+    }
   }
 }
 

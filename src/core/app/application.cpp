@@ -1,0 +1,135 @@
+#include "core/app/application.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QStandardPaths>
+
+#include "ai/ai_service_factory.h"
+#include "base/qt_scheduler.h"
+#include "capture/accessibility_authorization.h"
+#include "capture/clipboard_selection_capture.h"
+#include "capture/output_services.h"
+#include "capture/selection_observer.h"
+#include "core/app/program_bus.h"
+#include "core/app/tray.h"
+#include "core/model/app_model.h"
+#include "core/settings/settings_store.h"
+#include "hud/hud_panel_controller.h"
+#include "hud/hud_view.h"
+#include "hud/hud_window.h"
+#include "platform/atspi/atspi_accessibility.h"
+#include "platform/freedesktop/autostart_login_item.h"
+#include "platform/freedesktop/canberra_system_sound.h"
+#include "platform/freedesktop/desktop_url_opener.h"
+#include "platform/freedesktop/feedbackd_haptics.h"
+#include "platform/freedesktop/json_preferences_store.h"
+#include "platform/freedesktop/portal_appearance.h"
+#include "platform/x11/own_windows.h"
+#include "platform/x11/x11_connection.h"
+#include "platform/x11/x11_input.h"
+#include "platform/x11/x11_keystroke_sender.h"
+#include "platform/x11/x11_panel_window.h"
+#include "platform/x11/x11_pasteboard.h"
+#include "platform/x11/x11_screens.h"
+#include "platform/x11/x11_selection_buffer.h"
+#include "platform/x11/x11_workspace.h"
+
+namespace lumeno {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString configurationFile() {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+         u"/lumeno/preferences.json"_s;
+}
+
+QString grantFile() {
+  // The toolkit does not know the folder for state yet.
+  const QString folder = qEnvironmentVariable("XDG_STATE_HOME");
+  return (folder.startsWith(u'/') ? folder : QDir::homePath() + u"/.local/state"_s) +
+         u"/lumeno/access-granted"_s;
+}
+
+PanelShape cardShape(const HudWindow& window) {
+  const QRectF card = window.cardRect();
+  return {{card.x(), card.y(), card.width(), card.height()}, window.cardRadius()};
+}
+
+}  // namespace
+
+// Members are made from top to bottom and go in the opposite order; the order is that of what needs what.
+class Application::Private {
+ public:
+  Private(std::unique_ptr<X11Connection> x11, ProgramBus& programBus)
+      : connection(std::move(x11)), bus(programBus) {
+    bus.onSummon = [this] { model.summon(); };
+    bus.onGrantAccess = [this] { authorization.requestAccess(); };
+    bus.isAccessGranted = [this] { return accessibility.isTrusted(); };
+    bus.publish();
+  }
+
+  QtScheduler scheduler;
+  std::unique_ptr<X11Connection> connection;
+  ProgramBus& bus;
+
+  // The platform.
+  OwnWindows ownWindows{*connection};
+  X11Screens screens{*connection};
+  X11Input input{*connection, ownWindows, scheduler};
+  X11Workspace workspace{*connection, ownWindows, scheduler};
+  X11KeystrokeSender keystrokes{*connection, workspace, input, scheduler};
+  X11Pasteboard pasteboard{*connection, scheduler};
+  X11SelectionBuffer selectionBuffer{*connection, scheduler, input, workspace};
+  AtspiAccessibility accessibility{workspace, screens, input, selectionBuffer, scheduler, grantFile()};
+  DesktopUrlOpener urlOpener;
+  CanberraSystemSound sound;
+  FeedbackdHaptics haptics;
+  PortalAppearance appearance;
+  JsonPreferencesStore preferences{configurationFile()};
+  AutostartLoginItem loginItem{QApplication::applicationFilePath()};
+
+  // The services and the model, in the order of the start-up.
+  AccessibilityAuthorization authorization{accessibility, scheduler};
+  ClipboardSelectionCapture clipboardCapture{pasteboard, keystrokes, selectionBuffer, scheduler};
+  SelectionObserver observer{accessibility, workspace, scheduler, clipboardCapture};
+  SettingsStore settings{preferences, loginItem};
+  ClipboardService clipboard{pasteboard};
+  SelectionReplacer replacer{pasteboard, keystrokes, workspace, scheduler};
+  FeedbackService feedback{sound, haptics};
+
+  // The HUD.
+  HudWindow window;
+  X11PanelWindow panelWindow{*connection, window, screens, ownWindows, [this] { return cardShape(window); }};
+  HUDPanelController panel{panelWindow, screens, input, appearance};
+  AppModel model{{.accessibility = authorization,
+                  .settings = settings,
+                  .observer = observer,
+                  .panel = panel,
+                  .events = input,
+                  .clipboard = clipboard,
+                  .replacer = replacer,
+                  .feedback = feedback,
+                  .urlOpener = urlOpener,
+                  .scheduler = scheduler,
+                  .aiServices = aiServiceFactory(nullptr)}};
+  HudView view{window, panel, model, settings, appearance, scheduler};
+  Tray tray{model, settings, authorization, urlOpener, [] { QApplication::quit(); }};
+};
+
+std::unique_ptr<Application> Application::create(ProgramBus& bus) {
+  auto connection = X11Connection::open();
+  if (!connection) return nullptr;
+  return std::unique_ptr<Application>(new Application(std::make_unique<Private>(std::move(connection), bus)));
+}
+
+Application::Application(std::unique_ptr<Private> d) : d_(std::move(d)) {}
+
+Application::~Application() = default;
+
+void Application::quit() {
+  QApplication::quit();
+}
+
+}  // namespace lumeno

@@ -1,0 +1,106 @@
+#include "core/app/tray.h"
+
+#include <QGuiApplication>
+#include <QPalette>
+
+#include "hud/icon_renderer.h"
+
+namespace lumeno {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QUrl accessibilityPane(
+    u"x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"_s);
+
+QIcon menuIcon(const QString& symbol) {
+  return symbolIcon(symbol, {16, 22, 24, 32}, QGuiApplication::palette().color(QPalette::WindowText));
+}
+
+struct BackendEntry {
+  AIBackend backend;
+  QString title;
+  QString symbol;
+};
+
+std::vector<BackendEntry> backendEntries() {
+  return {{AIBackend::appleIntelligence, u"Apple Intelligence"_s, u"apple.logo"_s},
+          {AIBackend::ollama, u"Ollama (your models)"_s, u"server.rack"_s}};
+}
+
+}  // namespace
+
+Tray::Tray(AppModel& model, SettingsStore& settings, AccessibilityAuthorization& accessibility,
+           UrlOpener& urlOpener, std::function<void()> quit)
+    : model_(model), settings_(settings), accessibility_(accessibility), urlOpener_(urlOpener) {
+  buildMenu(std::move(quit));
+  icon_.setToolTip(u"Lumeno"_s);
+  icon_.setContextMenu(&menu_);
+
+  subscriptions_.push_back(accessibility_.isTrusted().subscribe([this](bool trusted) {
+    watching_->setVisible(trusted);
+    enableAccess_->setVisible(!trusted);
+    accessNote_->setVisible(!trusted);
+  }));
+  subscriptions_.push_back(settings_.backend.subscribe([this](AIBackend) { updateBackend(); }));
+  subscriptions_.push_back(settings_.ollamaModel.subscribe([this](const QString&) { updateBackend(); }));
+  subscriptions_.push_back(model_.phase.subscribe([this](const HUDPhase&) { updateIcon(); }));
+  subscriptions_.push_back(model_.isCapturing.subscribe([this](bool) { updateIcon(); }));
+  icon_.show();
+}
+
+void Tray::showMessage(const QString& text) {
+  icon_.showMessage(u"Lumeno"_s, text);
+}
+
+void Tray::buildMenu(std::function<void()> quit) {
+  watching_ = menu_.addAction(menuIcon(u"checkmark.circle"_s), u"Watching for selections"_s);
+  watching_->setEnabled(false);
+  enableAccess_ = menu_.addAction(menuIcon(u"lock.open"_s), u"Enable Accessibility Access…"_s);
+  QObject::connect(enableAccess_, &QAction::triggered, enableAccess_, [this] {
+    accessibility_.requestAccess();
+    urlOpener_.open(accessibilityPane, {});
+  });
+  accessNote_ = menu_.addAction(u"Required to read selected text and show suggestions."_s);
+  accessNote_->setEnabled(false);
+
+  menu_.addSeparator();
+  auto* heading = menu_.addAction(u"Smart AI"_s);
+  heading->setEnabled(false);
+  auto* group = new QActionGroup(&menu_);
+  for (const auto& entry : backendEntries()) {
+    auto* action = menu_.addAction(menuIcon(entry.symbol), entry.title);
+    action->setCheckable(true);
+    group->addAction(action);
+    QObject::connect(action, &QAction::triggered, action,
+                     [this, backend = entry.backend] { settings_.backend.set(backend); });
+    backends_.push_back(action);
+  }
+  modelLine_ = menu_.addAction(QString());
+  modelLine_->setEnabled(false);
+
+  menu_.addSeparator();
+  auto* quitAction = menu_.addAction(menuIcon(u"xmark.circle"_s), u"Quit Lumeno"_s);
+  quitAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+  QObject::connect(quitAction, &QAction::triggered, quitAction, std::move(quit));
+}
+
+void Tray::updateIcon() {
+  const QString symbol = model_.menuBarSymbol();
+  // A streaming answer assigns the phase many times a second.
+  if (symbol == shownSymbol_) return;
+  shownSymbol_ = symbol;
+  icon_.setIcon(menuIcon(symbol));
+}
+
+void Tray::updateBackend() {
+  const auto entries = backendEntries();
+  for (size_t i = 0; i < entries.size(); ++i) {
+    backends_[i]->setChecked(entries[i].backend == settings_.backend.get());
+  }
+  modelLine_->setText(u"Using Ollama model: "_s + settings_.ollamaModel.get());
+  modelLine_->setVisible(settings_.backend.get() == AIBackend::ollama);
+}
+
+}  // namespace lumeno

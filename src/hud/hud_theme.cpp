@@ -1,0 +1,62 @@
+#include "hud/hud_theme.h"
+
+#include <QGuiApplication>
+#include <QQuickTextDocument>
+#include <QTextBlock>
+#include <QTextBlockFormat>
+#include <QTextCursor>
+#include <QTextDocument>
+
+namespace lumeno {
+
+HudTheme::HudTheme(SettingsStore& settings, Appearance& appearance)
+    : settings_(settings), appearance_(appearance), colors_(hudPalette(choice_)) {
+  updateMetrics();
+  subscriptions_.push_back(settings.accentTheme.subscribe([this](AccentTheme) { updateColors(); }));
+  subscriptions_.push_back(settings.glassIntensity.subscribe([this](GlassIntensity) { updateColors(); }));
+  subscriptions_.push_back(
+      appearance.preferences().subscribe([this](const AppearancePreferences& preferences) {
+        updateColors();
+        if (preferences.reduceMotion == reduceMotion_) return;
+        reduceMotion_ = preferences.reduceMotion;
+        Q_EMIT reduceMotionChanged();
+      }));
+}
+
+void HudTheme::setBackdrop(Backdrop backdrop) {
+  backdrop_ = backdrop;
+  updateColors();
+}
+
+void HudTheme::updateColors() {
+  const AppearancePreferences& preferences = appearance_.preferences().get();
+  const PaletteChoice choice{.dark = preferences.dark,
+                             .backdrop = preferences.highContrast ? Backdrop::opaque : backdrop_,
+                             .intensity = settings_.glassIntensity.get(),
+                             .accent = settings_.accentTheme.get(),
+                             .desktopAccent = preferences.accent};
+  if (choice == choice_) return;
+  choice_ = choice;
+  colors_ = hudPalette(choice);
+  Q_EMIT colorsChanged();
+}
+
+void HudTheme::updateMetrics() {
+  const HudMetrics metrics = hudMetrics(QGuiApplication::font());
+  if (metrics == metrics_) return;
+  metrics_ = metrics;
+  Q_EMIT metricsChanged();
+}
+
+void HudTheme::applyLineHeight(QQuickTextDocument* document, int pixels) const {
+  QTextDocument& text = *document->textDocument();
+  // Applying it counts as a change of the text, at which it is asked for again.
+  if (text.firstBlock().blockFormat().lineHeight() == pixels) return;
+  QTextCursor cursor(&text);
+  cursor.select(QTextCursor::Document);
+  QTextBlockFormat format;
+  format.setLineHeight(pixels, QTextBlockFormat::MinimumHeight);
+  cursor.mergeBlockFormat(format);
+}
+
+}  // namespace lumeno

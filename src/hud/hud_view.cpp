@@ -1,0 +1,45 @@
+#include "hud/hud_view.h"
+
+namespace lumeno {
+
+HudView::HudView(HudWindow& window, HUDPanelController& panel, AppModel& model, SettingsStore& settings,
+                 Appearance& appearance, Scheduler& scheduler)
+    : window_(window),
+      panel_(panel),
+      scheduler_(scheduler),
+      state_(model, scheduler),
+      theme_(settings, appearance) {
+  window.fill(state_, theme_);
+  QObject::connect(&state_, &HudState::published, &state_, [this] { reportSize(); });
+  QObject::connect(&window, &HudWindow::contentSizeChanged, &state_, [this] { scheduleSizeReport(); });
+  panel.onWillShow = [this] { present(); };
+  panel.onWillHide = [this] { state_.retire(); };
+}
+
+HudView::~HudView() {
+  panel_.onWillShow = nullptr;
+  panel_.onWillHide = nullptr;
+  window_.clear();
+}
+
+void HudView::present() {
+  window_.notePointer();
+  state_.present(!window_.isVisible());
+}
+
+void HudView::scheduleSizeReport() {
+  if (isReportDue_) return;
+  isReportDue_ = true;
+  reportJob_ = scheduler_.after(std::chrono::milliseconds(0), [this] { reportSize(); });
+}
+
+void HudView::reportSize() {
+  isReportDue_ = false;
+  reportJob_.cancel();
+  const Size size = window_.contentSize();
+  if (size == reported_) return;
+  reported_ = size;
+  panel_.layout(size);
+}
+
+}  // namespace lumeno

@@ -1,0 +1,101 @@
+import QtQuick
+
+// The whole window: the card with its margin, which holds the shadow. Its implicit size is what the window is to be
+// given; the card fills what the window is.
+Item {
+    id: root
+
+    readonly property int margin: 10
+    readonly property int cardWidth: 360
+    readonly property bool collapsed: hud.content.collapsed
+    readonly property real cardRadius: Math.min(collapsed ? 22 : 24, card.height / 2)
+    readonly property Item finishedText: collapsed || !expanded.item ? null : expanded.item.finishedText
+
+    implicitWidth: 2 * margin + (collapsed ? pill.implicitWidth : cardWidth)
+    implicitHeight: 2 * margin + (collapsed ? pill.implicitHeight : expanded.implicitHeight)
+    focus: hud.content.keyboardMode
+
+    Accessible.role: Accessible.Dialog
+    Accessible.name: "Lumeno"
+
+    Keys.enabled: hud.content.keyboardMode
+    Keys.onPressed: event => event.accepted = handleKey(event)
+
+    function handleKey(event) {
+        switch (event.key) {
+        case Qt.Key_Up:
+        case Qt.Key_Down:
+            forceActiveFocus()
+            hud.moveSelection(event.key === Qt.Key_Up ? -1 : 1)
+            return true
+        case Qt.Key_Escape:
+            hud.dismiss()
+            return true
+        case Qt.Key_Return:
+        case Qt.Key_Enter:
+            hud.activate()
+            return true
+        }
+        if (finishedText)
+            return handleTextKey(event)
+        return hud.content.phase === "suggestions" && /^[1-9]$/.test(event.text)
+            && hud.runChipNumber(Number(event.text))
+    }
+    // A long result can be read, and a selected part of it copied, without the pointer.
+    function handleTextKey(event) {
+        if (event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown)
+            finishedText.scrollBy(event.key === Qt.Key_PageUp ? -1 : 1)
+        else if (event.matches(StandardKey.Copy) && finishedText.hasSelection)
+            finishedText.copySelection()
+        else
+            return false
+        return true
+    }
+
+    Connections {
+        target: hud
+        function onAppearing() {
+            root.forceActiveFocus()
+            appear.stop()
+            const still = theme.reduceMotion || theme.opaque
+            card.opacity = still ? 1 : 0
+            card.scale = still ? 1 : 0.94
+            if (!still)
+                appear.start()
+        }
+    }
+    ParallelAnimation {
+        id: appear
+        Spring { target: card; property: "opacity"; to: 1; response: 0.22 }
+        Spring { target: card; property: "scale"; to: 1; response: 0.22 }
+    }
+
+    Card {
+        id: card
+        anchors.fill: parent
+        anchors.margins: root.margin
+        transformOrigin: Item.Top
+        radius: root.cardRadius
+
+        PhaseLoader {
+            id: pill
+            shown: root.collapsed
+            anchors.centerIn: parent
+            sourceComponent: HintPill {
+                symbol: hud.content.pillSymbol
+                title: hud.content.pillTitle
+                tint: hud.content.pillCount > 0 ? theme.colors.tints[hud.content.pillTint] : theme.colors.secondary
+                count: hud.content.pillCount
+                maximumWidth: root.cardWidth
+                onExpanded: hud.expandHint()
+            }
+        }
+        PhaseLoader {
+            id: expanded
+            shown: !root.collapsed
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: root.cardWidth
+            sourceComponent: CardContent {}
+        }
+    }
+}

@@ -1,0 +1,10 @@
+import QtQuick
+
+// A text of the HUD. Nothing selected, generated or named is ever parsed as markup.
+Text {
+    textFormat: Text.PlainText
+    font.family: theme.metrics.family
+    font.pixelSize: theme.metrics.callout
+    color: theme.colors.label
+    verticalAlignment: Text.AlignVCenter
+}

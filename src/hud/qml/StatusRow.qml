@@ -1,0 +1,37 @@
+import QtQuick
+
+// A symbol and a sentence.
+Item {
+    id: status
+
+    property string symbol
+    property alias text: sentence.text
+
+    implicitHeight: sentence.height + 4
+
+    Item {
+        y: 2
+        width: 22
+        height: theme.metrics.statusLine
+
+        Symbol {
+            anchors.centerIn: parent
+            name: status.symbol
+            size: 17
+            weight: "semibold"
+            color: theme.colors.secondary
+        }
+    }
+    Label {
+        id: sentence
+        x: 22 + 10
+        y: 2
+        width: status.width - x
+        height: implicitHeight
+        color: theme.colors.secondary
+        wrapMode: Text.Wrap
+        lineHeightMode: Text.FixedHeight
+        lineHeight: theme.metrics.statusLine
+        verticalAlignment: Text.AlignTop
+    }
+}

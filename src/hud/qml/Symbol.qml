@@ -1,0 +1,20 @@
+import QtQuick
+
+// One line symbol in one colour. Its weight is that of the text beside it: "regular", "semibold" or "bold".
+Image {
+    property string name
+    property color color: theme.colors.label
+    property string weight: "regular"
+    property int size: 15
+
+    width: size
+    height: size
+    sourceSize: Qt.size(size, size)
+    source: name ? "image://symbol/" + name + "/" + weight + "/" + hex(color) : ""
+
+    // An opaque colour prints itself without its alpha.
+    function hex(value) {
+        const digits = String(value).slice(1)
+        return digits.length === 6 ? "ff" + digits : digits
+    }
+}

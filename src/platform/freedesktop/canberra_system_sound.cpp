@@ -1,0 +1,69 @@
+#include "platform/freedesktop/canberra_system_sound.h"
+
+#include <canberra.h>
+
+#include <atomic>
+#include <system_error>
+#include <thread>
+
+namespace lumeno {
+
+using namespace Qt::StringLiterals;
+
+/// The connection to the sound system. Used by one thread at a time: whoever has `claim`ed it.
+class CanberraSystemSound::Player {
+ public:
+  ~Player() {
+    if (context_) ca_context_destroy(context_);
+  }
+
+  [[nodiscard]] bool claim() { return !busy_.exchange(true); }
+  void release() { busy_ = false; }
+
+  void playFirstOf(const std::vector<const char*>& events) {
+    if (!context_ && ca_context_create(&context_) != CA_SUCCESS) {
+      context_ = nullptr;
+      return;
+    }
+    for (const char* event : events) {
+      const int result =
+          ca_context_play(context_, 0, CA_PROP_EVENT_ID, event, CA_PROP_MEDIA_ROLE, "event", nullptr);
+      // Only a theme without the sound is a reason to try another.
+      if (result != CA_ERROR_NOTFOUND) return;
+    }
+  }
+
+ private:
+  std::atomic<bool> busy_ = false;
+  ca_context* context_ = nullptr;
+};
+
+CanberraSystemSound::CanberraSystemSound() : player_(std::make_shared<Player>()) {}
+
+CanberraSystemSound::~CanberraSystemSound() = default;
+
+void CanberraSystemSound::play(const QString& name) {
+  // The theme has no sound of that name; these are its short cues for something finished.
+  if (name == "Tink"_L1) playFirstOf({"complete", "message-new-instant", "bell"});
+}
+
+void CanberraSystemSound::beep() {
+  playFirstOf({"bell"});
+}
+
+void CanberraSystemSound::playFirstOf(std::vector<const char*> events) {
+  // While the sound system does not answer, a further cue is dropped: late, it would say nothing.
+  if (!player_->claim()) return;
+  try {
+    // A thread per sound: none waits in between, and one that hangs holds up nobody, also not the end of the
+    // program.
+    std::thread([player = player_, events = std::move(events)] {
+      player->playFirstOf(events);
+      player->release();
+    }).detach();
+  } catch (const std::system_error&) {
+    player_->release();
+  }
+}
+
+}  // namespace lumeno

@@ -1,0 +1,67 @@
+// The toolkit's own way of opening URLs may block, and cannot tell that nothing has opened one. So the
+// handler is found here, by the rules that all desktops share.
+
+#include "platform/freedesktop/desktop_url_opener.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QProcess>
+#include <QThreadPool>
+#include <algorithm>
+
+#include "platform/freedesktop/desktop_pages.h"
+#include "platform/freedesktop/mime_handlers.h"
+#include "platform/freedesktop/portal_open_request.h"
+
+namespace lumeno {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool startDetached(QStringList command) {
+  if (command.isEmpty()) return false;
+  QProcess process;
+  process.setProgram(command.takeFirst());
+  process.setArguments(command);
+  process.setWorkingDirectory(QDir::homePath());
+  process.setStandardInputFile(QProcess::nullDevice());
+  process.setStandardOutputFile(QProcess::nullDevice());
+  process.setStandardErrorFile(QProcess::nullDevice());
+  return process.startDetached();
+}
+
+bool startHandler(const QUrl& url) {
+  const auto handler = defaultHandler("x-scheme-handler/"_L1 + url.scheme());
+  return handler && startDetached(handler->commandFor(QString::fromLatin1(url.toEncoded())));
+}
+
+/// Runs `work` on a worker thread and then `done` with its result on the main thread.
+void runAside(std::function<bool()> work, std::function<void(bool)> done) {
+  QThreadPool::globalInstance()->start([work = std::move(work), done = std::move(done)] {
+    const bool result = work();
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [done, result] { done(result); }, Qt::QueuedConnection);
+  });
+}
+
+}  // namespace
+
+void DesktopUrlOpener::open(const QUrl& url, std::function<void(bool opened)> done) {
+  if (!done) done = [](bool) {};
+  if (url.scheme() == "x-apple.systempreferences"_L1) {
+    runAside([url] { return startDetached(settingsPageCommand(url)); }, done);
+    return;
+  }
+  const auto candidates = url.scheme() == "maps"_L1 ? mapUrls(url) : std::vector{url};
+  runAside([candidates] { return std::any_of(candidates.begin(), candidates.end(), startHandler); },
+           [done, last = candidates.back()](bool started) {
+             if (started) {
+               done(true);
+             } else {
+               PortalOpenRequest::start(last, done);
+             }
+           });
+}
+
+}  // namespace lumeno

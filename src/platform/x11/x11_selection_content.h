@@ -1,0 +1,61 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <QDeadlineTimer>
+#include <QString>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "base/job.h"
+#include "base/scheduler.h"
+#include "platform/x11/x11_connection.h"
+#include "platform/x11/x11_selection_transfer.h"
+
+namespace lumeno {
+
+/// Reads what other applications have put into one selection, respecting the mark by which password managers
+/// ask for their content not to be kept. Main thread; answers come from the event loop.
+class X11SelectionContent {
+ public:
+  X11SelectionContent(X11Connection& connection, Scheduler& scheduler, xcb_atom_t selection);
+
+  /// The text; absent when there is none, it is secret, or it has more than 16 MB.
+  [[nodiscard]] Job readText(std::function<void(std::optional<QString>)> done);
+
+  /// Everything that can be read and put back, in the order in which it is offered; empty when there is no
+  /// owner, absent when it is secret or has more than 32 MB in all. Of several image formats of the same
+  /// picture one is enough.
+  [[nodiscard]] Job readAll(std::function<void(std::optional<std::vector<SelectionOffer>>)> done);
+
+  /// The text among offers that are at hand already, chosen and decoded as by `readText`.
+  [[nodiscard]] std::optional<QString> textIn(const std::vector<SelectionOffer>& offers) const;
+
+  /// To be called when the selection has a new owner: reads that are under way begin again with that one,
+  /// within their first limits.
+  void ownerChanged();
+
+ private:
+  struct Limits {
+    QDeadlineTimer deadline;
+    qsizetype bytes;
+  };
+  class Reading;
+  template <typename Answer>
+  class ReadingOf;
+  class TextReading;
+  class FullReading;
+
+  Job begin(std::shared_ptr<Reading> reading);
+  [[nodiscard]] std::vector<xcb_atom_t> textTargets(const std::vector<xcb_atom_t>& targets) const;
+  [[nodiscard]] std::optional<QString> decode(xcb_atom_t target, const SelectionValue& value) const;
+
+  X11Connection& connection_;
+  const xcb_atom_t selection_;
+  X11SelectionTransfers transfers_;
+  std::vector<std::weak_ptr<Reading>> readings_;
+};
+
+}  // namespace lumeno

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <memory>
+
+#include "base/scheduler.h"
+#include "platform/workspace.h"
+#include "platform/x11/own_windows.h"
+#include "platform/x11/x11_connection.h"
+#include "platform/x11/x11_desktop_entries.h"
+
+namespace lumeno {
+
+/// The application in front, from the window manager's active window and the keyboard focus. Event driven:
+/// nothing is asked while nothing changes. Main thread.
+class X11Workspace final : public QObject, public Workspace {
+  Q_OBJECT
+ public:
+  X11Workspace(X11Connection& connection, OwnWindows& ownWindows, Scheduler& scheduler);
+  ~X11Workspace() override;
+
+  [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override { return frontmost_; }
+  [[nodiscard]] Subscription onActivation(
+      std::function<void(const std::optional<RunningApplication>&)> handler) override;
+  [[nodiscard]] std::optional<QString> ownBundleIdentifier() override;
+
+ private:
+  struct Identity {
+    QString bundleIdentifier;
+    QString name;
+    bool isTerminal = false;
+  };
+
+  void loadEntries();
+  void refresh();
+  [[nodiscard]] bool exists(xcb_window_t window) const;
+  void setFrontmost(std::optional<RunningApplication> application);
+  [[nodiscard]] RunningApplication ownApplication(xcb_window_t window) const;
+  [[nodiscard]] RunningApplication describe(xcb_window_t window);
+  [[nodiscard]] Identity identify(const QString& instanceName, const QString& className) const;
+  [[nodiscard]] ProcessId processOf(xcb_window_t window) const;
+
+  X11Connection& connection_;
+  OwnWindows& ownWindows_;
+  Scheduler& scheduler_;
+  X11DesktopEntries entries_;
+  QHash<QByteArray, Identity> identities_;  ///< by the bytes of WM_CLASS
+  std::optional<RunningApplication> frontmost_;
+  Job gap_;  ///< waits for the next window when none is active
+  Signal<const std::optional<RunningApplication>&> activation_;
+  Subscription rootProperties_;
+  Subscription destroyed_;
+  Subscription ownFocus_;
+};
+
+}  // namespace lumeno

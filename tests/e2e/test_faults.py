@@ -1,0 +1,123 @@
+#!/usr/bin/python3
+"""What Lumeno depends on is stopped, killed or secret: a defined outcome, and never a frozen HUD."""
+
+import os
+import signal
+import threading
+import time
+
+import desktop
+from desktop import DesktopTest, clipboard, key, stays_false, wait_for
+
+SENTENCE = "can u send me the new tide tables before the meeting"
+
+
+class Heartbeat:
+    """Asks Lumeno's main thread for a property again and again, and keeps the slowest answer."""
+
+    def __init__(self, test):
+        self.test = test
+        self.slowest = 0.0
+        self.ending = threading.Event()
+        self.thread = threading.Thread(target=self.beat)
+
+    def __enter__(self):
+        self.thread.start()
+        return self
+
+    def __exit__(self, *_):
+        self.ending.set()
+        self.thread.join()
+
+    def beat(self):
+        while not self.ending.is_set():
+            begin = time.monotonic()
+            self.test.access_granted()
+            self.slowest = max(self.slowest, time.monotonic() - begin)
+
+
+class Faults(DesktopTest):
+    def open_mousepad(self, text=SENTENCE):
+        path = self.write_file("note.txt", text)
+        return self.start_application("mousepad", "--disable-server", path, class_name="mousepad")
+
+    def test_hung_application(self):
+        editor = self.open_mousepad()
+        os.kill(editor.process.pid, signal.SIGSTOP)
+        try:
+            with Heartbeat(self) as heartbeat:
+                self.summon()
+                self.wait_for_name("No selection found. Select some text, then press ⌥⌘Space.", 5)
+                self.wait_until_hidden(6)
+            # A process start and a round trip on two busy cores; a frozen main thread would take a deadline or more.
+            self.assertLess(heartbeat.slowest, 0.6)
+        finally:
+            os.kill(editor.process.pid, signal.SIGCONT)
+        time.sleep(3)  # it is not asked again for a while
+        key("ctrl+a")
+        self.wait_for_pill()
+
+    def test_accessibility_bus_comes_back(self):
+        editor = self.open_mousepad()
+        key("ctrl+a")
+        self.wait_for_pill()
+        key("Right")
+        self.wait_until_hidden()
+        editor.stop()
+        os.kill(self.process_of("org.a11y.Bus"), signal.SIGKILL)
+        wait_for("access to be granted again", self.access_granted)
+        self.open_mousepad()
+        key("ctrl+a")
+        self.wait_for_pill()
+
+    def process_of(self, name):
+        answer = desktop.run("gdbus", "call", "--session", "-d", "org.freedesktop.DBus", "-o", "/org/freedesktop/DBus",
+                             "-m", "org.freedesktop.DBus.GetConnectionUnixProcessID", name)
+        return int("".join(c for c in answer.split()[-1] if c.isdigit()))
+
+    def test_password_is_never_read(self):
+        script = os.path.join(os.path.dirname(__file__), "..", "support", "password_window.py")
+        self.start_application(script, class_name="password-window")
+        key("ctrl+a")
+        self.assertTrue(stays_false(self.hud_is_shown, 1.5))
+
+    def test_clipboard_is_whole_after_a_failed_capture(self):
+        desktop.set_clipboard("precious\nthing")
+        self.open_mousepad("")
+        self.summon()
+        self.wait_for_name("No selection found. Select some text, then press ⌥⌘Space.")
+        self.assertEqual(clipboard(), "precious\nthing")
+
+    def test_model_server_dies_in_mid_answer(self):
+        self.model.stop()
+        self.start_model_server("--delay-ms", "400")
+        self.open_mousepad()
+        key("ctrl+a")
+        self.open_chips_by_pointer()
+        self.view.press("Fix spelling & grammar")
+        self.wait_for_name("Generating result", 15)
+        time.sleep(1)
+        self.model.stop()
+        self.wait_for_name("Copy")
+        self.assertIsNotNone(self.view.find("On-device AI"), "what had come was kept")
+
+    def test_leaving_a_running_answer_stops_the_server(self):
+        self.model.stop()
+        self.start_model_server("--delay-ms", "400")
+        self.open_mousepad()
+        key("ctrl+a")
+        self.open_chips_by_pointer()
+        self.view.press("Fix spelling & grammar")
+        self.wait_for_name("Generating result", 15)
+        self.view.press("Back to suggestions")
+        self.wait_for_name("Explain simply")
+        wait_for("the server to notice", lambda: "cancelled" in self.model.log())
+
+    def test_terminate_ends_cleanly(self):
+        self.open_mousepad()
+        self.lumeno.process.terminate()
+        self.assertEqual(self.lumeno.process.wait(5), 0)
+
+
+if __name__ == "__main__":
+    desktop.main()
