@@ -92,11 +92,17 @@ class SelectionObserver::Private {
     uint64_t window = 0;
     bool operator==(const Moment&) const = default;
   };
+  /// What the user had done when something was read.
+  struct Gesture {
+    uint64_t serial = 0;
+    uint64_t reselectionSerial = 0;
+    bool operator==(const Gesture&) const = default;
+  };
   /// One read for polls and notifications, with what stood when it was begun.
   struct Read {
     FrontApplication application;
     Moment moment;
-    uint64_t gestureSerial = 0;
+    Gesture gesture;
     Answer answer;
   };
   struct Capture {
@@ -116,7 +122,8 @@ class SelectionObserver::Private {
   void refreshIfAsked();
   void finishRefresh(std::shared_ptr<const Read> read);
   void take(const Read& read);
-  void publish(Selection found, SelectionSource source, uint64_t gestureSerial);
+  void publish(Selection found, SelectionSource source, Gesture gesture);
+  Gesture currentGesture() { return {accessibility_.gestureSerial(), accessibility_.reselectionSerial()}; }
   void clearSelection();
 
   void readForCapture();
@@ -137,7 +144,7 @@ class SelectionObserver::Private {
 
   /// The last selection published or captured, and the gesture it belongs to.
   std::optional<Selection> lastEmittedSelection_;
-  uint64_t lastEmittedGestureSerial_ = 0;
+  Gesture lastEmittedGesture_;
 
   CurrentStep read_;
   bool isReading_ = false;
@@ -192,7 +199,7 @@ void SelectionObserver::Private::refresh(Trigger trigger) {
   if (trigger == Trigger::tick && lastCompleteRead_ == moment) return;
 
   isReading_ = true;
-  const auto read = std::make_shared<Read>(Read{application, moment, accessibility_.gestureSerial(), {}});
+  const auto read = std::make_shared<Read>(Read{application, moment, currentGesture(), {}});
   read_.begin([&] {
     return accessibility_.perform(
         [read, &accessibility = accessibility_] {
@@ -235,23 +242,24 @@ void SelectionObserver::Private::take(const Read& read) {
     return;
   }
   publish({read.answer.read->text, sourceLabel(read.application), read.answer.read->bounds},
-          sourceOf(read.application, read.answer.role), read.gestureSerial);
+          sourceOf(read.application, read.answer.role), read.gesture);
 }
 
-void SelectionObserver::Private::publish(Selection found, SelectionSource source, uint64_t gestureSerial) {
-  if (found == lastEmittedSelection_) {
-    lastEmittedGestureSerial_ = gestureSerial;
+void SelectionObserver::Private::publish(Selection found, SelectionSource source, Gesture gesture) {
+  const bool isReselected = gesture.reselectionSerial != lastEmittedGesture_.reselectionSerial;
+  if (found == lastEmittedSelection_ && !isReselected) {
+    lastEmittedGesture_ = gesture;
     return;
   }
   // Until the user acts again it is the same selection, even when it is now seen elsewhere or by another way:
   // publishing it would take away the chips that it has been summoned for.
-  if (lastEmittedSelection_ && gestureSerial == lastEmittedGestureSerial_ &&
+  if (lastEmittedSelection_ && gesture == lastEmittedGesture_ &&
       found.sourceApp == lastEmittedSelection_->sourceApp &&
       isSameText(found.text, lastEmittedSelection_->text)) {
     return;
   }
   lastEmittedSelection_ = found;
-  lastEmittedGestureSerial_ = gestureSerial;
+  lastEmittedGesture_ = gesture;
   lastSource = source;
   selection.set(std::move(found));
 }
@@ -338,7 +346,7 @@ void SelectionObserver::Private::continueCapture(std::shared_ptr<const Answer> a
 void SelectionObserver::Private::captureFound(const ReadResult& result, ElementRole role) {
   const Selection found{result.text, sourceLabel(capture_->application), result.bounds};
   lastEmittedSelection_ = found;
-  lastEmittedGestureSerial_ = accessibility_.gestureSerial();
+  lastEmittedGesture_ = currentGesture();
   lastSource = sourceOf(capture_->application, role);
   endCapture(found);
 }

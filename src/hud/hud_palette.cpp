@@ -27,11 +27,13 @@ QColor at(QColor color, double alpha) {
   return color;
 }
 
+/// `layer` laid over `base`, both of which may be translucent.
 QColor over(const QColor& base, const QColor& layer) {
   const float a = layer.alphaF();
-  return QColor::fromRgbF(base.redF() * (1 - a) + layer.redF() * a,
-                          base.greenF() * (1 - a) + layer.greenF() * a,
-                          base.blueF() * (1 - a) + layer.blueF() * a);
+  const float b = base.alphaF() * (1 - a);
+  const auto channel = [=](float below, float above) { return (below * b + above * a) / (a + b); };
+  return QColor::fromRgbF(channel(base.redF(), layer.redF()), channel(base.greenF(), layer.greenF()),
+                          channel(base.blueF(), layer.blueF()), a + b);
 }
 
 // In the order of `Tint`.
@@ -94,9 +96,10 @@ HudPalette hudPalette(const PaletteChoice& choice) {
   p.onAccent = accent.onFill;
   p.accentLine = accent.line;
   p.textSelection = at(accent.line, 0.30);
-  p.card = at(solid, cardOpacity(choice));
-  p.cardTint = choice.accent == AccentTheme::system ? QColor(Qt::transparent) : at(accent.line, 0.10);
-  p.cardFade = over(solid, p.cardTint);
+  // An accent of our own tints the whole card.
+  const QColor tint = choice.accent == AccentTheme::system ? QColor(Qt::transparent) : at(accent.line, 0.10);
+  p.card = over(at(solid, cardOpacity(choice)), tint);
+  p.cardFade = over(solid, tint);
   if (choice.intensity == GlassIntensity::clear) {
     // More shows through, so every label moves up one step.
     p.tertiary = p.secondary;

@@ -23,7 +23,6 @@ struct HudPalette {
   Q_PROPERTY(QColor tertiary MEMBER tertiary)
   Q_PROPERTY(QColor quaternary MEMBER quaternary)
   Q_PROPERTY(QColor card MEMBER card)
-  Q_PROPERTY(QColor cardTint MEMBER cardTint)
   Q_PROPERTY(QColor cardFade MEMBER cardFade)
   Q_PROPERTY(QColor cardEdge MEMBER cardEdge)
   Q_PROPERTY(QColor cardRim MEMBER cardRim)
@@ -47,8 +46,7 @@ struct HudPalette {
   QColor secondary;
   QColor tertiary;
   QColor quaternary;
-  QColor card;      ///< the card's fill, translucent where the backdrop allows
-  QColor cardTint;  ///< laid over the fill; transparent without an accent of our own
+  QColor card;      ///< with the accent's tint; translucent where the backdrop allows
   QColor cardFade;  ///< opaque, what clipped text fades into
   QColor cardEdge;
   QColor cardRim;

@@ -10,8 +10,8 @@
 #include "hud/hud_resources.h"
 #include "hud/hud_state.h"
 #include "hud/hud_theme.h"
-#include "hud/shadow_provider.h"
 #include "hud/streaming_text.h"
+#include "hud/surface_provider.h"
 #include "hud/symbol_provider.h"
 
 namespace lumeno {
@@ -30,7 +30,7 @@ HudWindow::HudWindow() {
 
   qmlRegisterType<StreamingText>("Lumeno.Hud", 1, 0, "StreamingText");
   engine()->addImageProvider(u"symbol"_s, new SymbolProvider);
-  engine()->addImageProvider(u"shadow"_s, new ShadowProvider);
+  engine()->addImageProvider(u"surface"_s, new SurfaceProvider);
 }
 
 void HudWindow::fill(HudState& state, HudTheme& theme) {
@@ -44,9 +44,6 @@ void HudWindow::fill(HudState& state, HudTheme& theme) {
   if (QQuickItem* root = rootObject()) {
     connect(root, &QQuickItem::implicitWidthChanged, this, &HudWindow::contentSizeChanged);
     connect(root, &QQuickItem::implicitHeightChanged, this, &HudWindow::contentSizeChanged);
-    connect(root, &QQuickItem::widthChanged, this, &HudWindow::cardShapeChanged);
-    connect(root, &QQuickItem::heightChanged, this, &HudWindow::cardShapeChanged);
-    connect(root, SIGNAL(cardRadiusChanged()), this, SIGNAL(cardShapeChanged()));
   }
 }
 

@@ -14,9 +14,6 @@ class HudTheme;
 /// the shadow. Whoever shows it gives it the size that its content reports. Main thread.
 class HudWindow : public QQuickView {
   Q_OBJECT
-  Q_PROPERTY(QRectF cardRect READ cardRect NOTIFY cardShapeChanged)
-  Q_PROPERTY(double cardRadius READ cardRadius NOTIFY cardShapeChanged)
-
  public:
   HudWindow();
 
@@ -41,7 +38,6 @@ class HudWindow : public QQuickView {
   void contentSizeChanged();
   /// To the content: whatever waits for the next frame to be laid out is laid out now.
   void settling();
-  void cardShapeChanged();
 
  protected:
   bool event(QEvent* event) override;

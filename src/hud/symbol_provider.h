@@ -4,7 +4,7 @@
 
 namespace lumeno {
 
-/// "image://symbol/NAME/WEIGHT/AARRGGBB": a line symbol for QML, drawn at the pixels it is shown at. WEIGHT
+/// "image://symbol/NAME/WEIGHT/COLOR": a line symbol for QML, drawn at the pixels it is shown at. WEIGHT
 /// is "regular", "semibold" or "bold".
 class SymbolProvider : public QQuickImageProvider {
  public:

@@ -102,6 +102,9 @@ class Accessibility {
   /// scroll. While it stands still, the same text read at other bounds is still the same selection. Main
   /// thread.
   [[nodiscard]] virtual uint64_t gestureSerial() = 0;
+  /// A number that grows when a gesture is known to have remade the selection, also when the text is the same
+  /// in the end: the user selected it anew. Main thread.
+  [[nodiscard]] virtual uint64_t reselectionSerial() = 0;
   /// Whether a gesture (a held button, a held selecting key) is under way: what is read now is not final. The
   /// end of the gesture is told as `selectedTextChanged`. Main thread.
   [[nodiscard]] virtual bool isGestureInProgress() = 0;

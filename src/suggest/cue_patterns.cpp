@@ -1,6 +1,7 @@
 #include "suggest/cue_patterns.h"
 
 #include <bit>
+#include <limits>
 
 #include "suggest/cue_finder.h"
 

@@ -13,6 +13,7 @@ import sys
 import tempfile
 import time
 import unittest
+import warnings
 
 import gi
 
@@ -104,12 +105,12 @@ def active_window():
 
 
 class Process:
-    def __init__(self, *command, env=None, log=None):
+    def __init__(self, *command, log, env=None):
         self.log_path = log
-        out = open(log, "wb") if log else subprocess.DEVNULL
-        self.process = subprocess.Popen(
-            command, env={**os.environ, **(env or {})}, stdin=subprocess.DEVNULL, stdout=out, stderr=subprocess.STDOUT,
-            start_new_session=True)
+        with open(log, "wb") as out:
+            self.process = subprocess.Popen(
+                command, env={**os.environ, **(env or {})}, stdin=subprocess.DEVNULL, stdout=out,
+                stderr=subprocess.STDOUT, start_new_session=True)
 
     def running(self):
         return self.process.poll() is None
@@ -299,7 +300,11 @@ class DesktopTest(unittest.TestCase):
         return wait_for("the hint pill", lambda: self.view.find_containing("actions available"), timeout)
 
     def wait_for_name(self, name, timeout=10):
-        return wait_for(f"“{name}” in the HUD", lambda: self.view.find(name), timeout)
+        try:
+            return wait_for(f"“{name}” in the HUD", lambda: self.view.find(name), timeout)
+        except AssertionError as error:
+            self.screenshot(f"missed-{self.id().split('.')[-1]}")
+            raise AssertionError(f"{error}; it shows {self.view.names()}") from None
 
     def wait_until_hidden(self, timeout=5):
         wait_for("the HUD to go", lambda: not self.hud_is_shown(), timeout)
@@ -323,5 +328,6 @@ class DesktopTest(unittest.TestCase):
 
 
 def main():
+    warnings.simplefilter("ignore", DeprecationWarning)  # the bindings deprecate what they have no replacement for
     Atspi.init()
-    unittest.main(verbosity=2, argv=[sys.argv[0], *sys.argv[1:]])
+    unittest.main(verbosity=2, warnings="ignore", argv=[sys.argv[0], *sys.argv[1:]])

@@ -122,6 +122,7 @@ class FakeAccessibility final : public Accessibility {
 
   uint64_t activitySerial() override { return activity; }
   uint64_t gestureSerial() override { return gesture; }
+  uint64_t reselectionSerial() override { return reselection; }
   bool isGestureInProgress() override { return gestureInProgress; }
 
   /// Something happened that is no gesture of the user: focus moved, a window changed.
@@ -159,6 +160,7 @@ class FakeAccessibility final : public Accessibility {
   bool gestureInProgress = false;
   uint64_t activity = 1;
   uint64_t gesture = 1;
+  uint64_t reselection = 1;
   std::chrono::milliseconds readTime{0};
   ElementPtr focused;
   std::map<ProcessId, ElementPtr> applications;

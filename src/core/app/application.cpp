@@ -68,6 +68,13 @@ class Application::Private {
     bus.onGrantAccess = [this] { authorization.requestAccess(); };
     bus.isAccessGranted = [this] { return accessibility.isTrusted(); };
     bus.publish();
+    backdropChanges = panelWindow.compositorPresent().subscribe([this](bool present) {
+      view.setBackdrop(present ? Backdrop::translucent : Backdrop::opaque);
+    });
+    preferenceProblems = preferences.problem().subscribe([this](const QString& text) {
+      if (!text.isEmpty()) tray.showMessage(text);
+    });
+    QObject::connect(connection.get(), &X11Connection::broken, qApp, &QApplication::quit);
   }
 
   QtScheduler scheduler;
@@ -115,7 +122,14 @@ class Application::Private {
                   .scheduler = scheduler,
                   .aiServices = aiServiceFactory(nullptr)}};
   HudView view{window, panel, model, settings, appearance, scheduler};
-  Tray tray{model, settings, authorization, urlOpener, [] { QApplication::quit(); }};
+  Tray tray{model, settings, authorization, urlOpener, [this] { quit(); }};
+  Subscription backdropChanges;
+  Subscription preferenceProblems;
+
+  void quit() {
+    // Without us what was copied here would be gone.
+    pasteboard.handOver([] { QApplication::quit(); });
+  }
 };
 
 std::unique_ptr<Application> Application::create(ProgramBus& bus) {
@@ -129,7 +143,7 @@ Application::Application(std::unique_ptr<Private> d) : d_(std::move(d)) {}
 Application::~Application() = default;
 
 void Application::quit() {
-  QApplication::quit();
+  d_->quit();
 }
 
 }  // namespace lumeno

@@ -26,12 +26,18 @@ Item {
     Accessible.focused: chip.selected
     Accessible.onPressAction: activated()
 
-    Glass {
+    GlassSurface {
         anchors.fill: parent
         radius: 14
         hovered: mouse.containsMouse
         pressed: mouse.pressed && mouse.containsMouse
-        edgeColor: chip.selected ? "transparent" : hovered ? theme.colors.glassEdgeHover : theme.colors.glassEdge
+    }
+    Surface {
+        anchors.fill: parent
+        visible: chip.selected
+        radius: 14
+        innerEdge: theme.colors.accentLine
+        innerEdgeWidth: 2
     }
     Symbol {
         x: 12 + (26 - width) / 2
@@ -81,14 +87,14 @@ Item {
         width: chip.shortcut > 0 ? key.width : 14
         height: 16
 
-        Rectangle {
+        Surface {
             id: key
             visible: chip.shortcut > 0
             width: Math.max(16, theme.metrics.caption2 + 5)
             height: width
             anchors.verticalCenter: parent.verticalCenter
             radius: 4
-            color: theme.colors.quaternary
+            fill: theme.colors.quaternary
 
             Label {
                 anchors.centerIn: parent
@@ -107,14 +113,6 @@ Item {
             weight: "bold"
             color: theme.colors.tertiary
         }
-    }
-    Rectangle {
-        anchors.fill: parent
-        visible: chip.selected
-        radius: 14
-        color: "transparent"
-        border.width: 2
-        border.color: theme.colors.accentLine
     }
     MouseArea {
         id: mouse

@@ -31,21 +31,13 @@ Item {
 
     Keys.onSpacePressed: activated()
 
-    Shadow {
-        anchors.fill: parent
-        visible: button.prominent
-        radius: height / 2
-        margin: 4
-        near: Qt.rgba(0, 0, 0, 0.16)
-        far: "transparent"
-    }
     Loader {
         anchors.fill: parent
         sourceComponent: button.prominent ? accentSurface : glassSurface
     }
     Component {
         id: glassSurface
-        Glass {
+        GlassSurface {
             radius: height / 2
             hovered: button.hovered
             pressed: button.pressed
@@ -79,15 +71,7 @@ Item {
         color: button.prominent ? theme.colors.onAccent : theme.colors.label
         Accessible.ignored: true
     }
-    Rectangle {
-        anchors.fill: parent
-        anchors.margins: -4
-        visible: button.activeFocus
-        radius: height / 2
-        color: "transparent"
-        border.width: 2
-        border.color: theme.colors.accentLine
-    }
+    FocusOutline {}
     MouseArea {
         id: mouse
         // Never smaller than a finger's or an unsteady hand's target.

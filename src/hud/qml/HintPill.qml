@@ -42,7 +42,7 @@ Item {
         maximumLineCount: 1
         Accessible.ignored: true
     }
-    Rectangle {
+    Surface {
         id: badge
         visible: pill.count >= 2
         anchors.left: label.right
@@ -51,7 +51,7 @@ Item {
         width: Math.ceil(number.implicitWidth) + 10
         height: theme.metrics.caption2Line + 4
         radius: 6
-        color: theme.colors.quaternary
+        fill: theme.colors.quaternary
 
         Label {
             id: number

@@ -7,4 +7,7 @@ Text {
     font.pixelSize: theme.metrics.callout
     color: theme.colors.label
     verticalAlignment: Text.AlignVCenter
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
 }

@@ -12,7 +12,7 @@ Item {
     signal replaced
     signal back
 
-    readonly property bool hasSelection: text.selectedText !== ""
+    readonly property bool hasSelection: edit.selectedText !== ""
 
     implicitHeight: area.implicitHeight + 14 + copy.height
 
@@ -20,20 +20,20 @@ Item {
         area.scrollBy(pages * area.height * 0.9)
     }
     function copySelection() {
-        text.copy()
+        edit.copy()
     }
 
     ScrollArea {
         id: area
         width: parent.width
         height: implicitHeight
-        textHeight: result.body ? text.implicitHeight : 0
+        textHeight: result.body ? edit.implicitHeight : 0
 
         Accessible.role: Accessible.Grouping
         Accessible.name: "Result"
 
         SelectableText {
-            id: text
+            id: edit
             width: area.width
             text: result.body
             onRevealed: (top, bottom) => area.reveal(top, bottom)

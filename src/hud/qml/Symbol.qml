@@ -10,11 +10,5 @@ Image {
     width: size
     height: size
     sourceSize: Qt.size(size, size)
-    source: name ? "image://symbol/" + name + "/" + weight + "/" + hex(color) : ""
-
-    // An opaque colour prints itself without its alpha.
-    function hex(value) {
-        const digits = String(value).slice(1)
-        return digits.length === 6 ? "ff" + digits : digits
-    }
+    source: name ? "image://symbol/" + name + "/" + weight + "/" + String(color).slice(1) : ""
 }

@@ -152,15 +152,23 @@ class AtspiAccessibility::Private : public QObject {
   }
 
   void gestureEnded() {
+    const bool isRemade = std::exchange(changedDuringGesture_, false);
+    if (isRemade) ++reselectionSerial_;
     // Whatever was selected by the gesture is final now. Typing in a text that says it has no selection is no
     // reason to ask again: it tells when that changes.
-    const bool mayHaveChanged =
-        std::exchange(changedDuringGesture_, false) || !focusHasNoSelection_ || buffer_.isFresh();
+    const bool mayHaveChanged = isRemade || !focusHasNoSelection_ || buffer_.isFresh();
     if (mayHaveChanged) notify(frontProcess(), AccessibilityNotification::selectedTextChanged);
   }
 
   void offerChanged() {
-    if (!input_.isGestureInProgress()) notify(frontProcess(), AccessibilityNotification::selectedTextChanged);
+    if (input_.isGestureInProgress()) {
+      changedDuringGesture_ = true;
+      return;
+    }
+    // Some applications offer what was selected only after the gesture; the first offer after it counts.
+    if (std::exchange(offeredGesture_, input_.gestureSerial()) != input_.gestureSerial())
+      ++reselectionSerial_;
+    notify(frontProcess(), AccessibilityNotification::selectedTextChanged);
   }
 
   ProcessId frontProcess() {
@@ -201,6 +209,8 @@ class AtspiAccessibility::Private : public QObject {
   bool pendingFocus_ = false;
   bool pendingAfterInterval_ = false;
   bool changedDuringGesture_ = false;
+  uint64_t offeredGesture_ = 0;
+  uint64_t reselectionSerial_ = 0;
   bool focusHasNoSelection_ = false;  // as of the last read
   Job eventTimer_;
   std::vector<Subscription> subscriptions_;
@@ -280,6 +290,10 @@ uint64_t AtspiAccessibility::activitySerial() {
 
 uint64_t AtspiAccessibility::gestureSerial() {
   return d_->input_.gestureSerial();
+}
+
+uint64_t AtspiAccessibility::reselectionSerial() {
+  return d_->reselectionSerial_;
 }
 
 bool AtspiAccessibility::isGestureInProgress() {

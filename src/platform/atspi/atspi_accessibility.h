@@ -30,6 +30,7 @@ class AtspiAccessibility final : public Accessibility {
       ProcessId process, std::function<void(AccessibilityNotification)> callback) override;
   [[nodiscard]] uint64_t activitySerial() override;
   [[nodiscard]] uint64_t gestureSerial() override;
+  [[nodiscard]] uint64_t reselectionSerial() override;
   [[nodiscard]] bool isGestureInProgress() override;
 
  private:

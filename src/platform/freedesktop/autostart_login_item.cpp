@@ -1,12 +1,10 @@
 #include "platform/freedesktop/autostart_login_item.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 #include "platform/freedesktop/desktop_entry_file.h"
+#include "platform/freedesktop/write_file.h"
 
 namespace lumeno {
 
@@ -30,14 +28,6 @@ QString systemPath() {
   return {};
 }
 
-bool writeOwn(const QString& content) {
-  const QString path = ownPath();
-  if (!QDir().mkpath(QFileInfo(path).path())) return false;
-  QSaveFile file(path);
-  const QByteArray bytes = content.toUtf8();
-  return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
-}
-
 }  // namespace
 
 bool AutostartLoginItem::isEnabled() {
@@ -50,13 +40,15 @@ bool AutostartLoginItem::isEnabled() {
 }
 
 bool AutostartLoginItem::registerItem() {
-  return writeOwn(u"[Desktop Entry]\nType=Application\nName=Lumeno\nIcon=org.lumeno.Lumeno\nExec=%1\n"_s.arg(
-      quotedForExec(program_)));
+  const QString entry =
+      u"[Desktop Entry]\nType=Application\nName=Lumeno\nIcon=org.lumeno.Lumeno\nExec=%1\n"_s;
+  return writeFileAtomically(ownPath(), entry.arg(quotedForExec(program_)).toUtf8());
 }
 
 bool AutostartLoginItem::unregisterItem() {
-  if (!systemPath().isEmpty())
-    return writeOwn(u"[Desktop Entry]\nType=Application\nName=Lumeno\nHidden=true\n"_s);
+  if (!systemPath().isEmpty()) {
+    return writeFileAtomically(ownPath(), "[Desktop Entry]\nType=Application\nName=Lumeno\nHidden=true\n");
+  }
   return !QFile::exists(ownPath()) || QFile::remove(ownPath());
 }
 

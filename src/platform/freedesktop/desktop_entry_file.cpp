@@ -87,7 +87,7 @@ QStringList currentDesktops() {
 
 std::optional<DesktopEntryFile> DesktopEntryFile::read(const QString& path) {
   QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
+  if (path.isEmpty() || !file.open(QIODevice::ReadOnly)) return std::nullopt;
   DesktopEntryFile entry;
   entry.path_ = path;
   bool inMainGroup = false;

@@ -1,10 +1,10 @@
 #include "platform/freedesktop/json_preferences_store.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QSaveFile>
+
+#include "platform/freedesktop/write_file.h"
 
 namespace lumeno {
 
@@ -36,13 +36,6 @@ std::optional<QJsonObject> parse(const QByteArray& content) {
   const auto document = QJsonDocument::fromJson(content);
   if (!document.isObject()) return std::nullopt;
   return document.object();
-}
-
-bool writeAtomically(const QString& path, const QByteArray& content) {
-  const QDir folder = QFileInfo(path).dir();
-  if (!folder.exists() && !folder.mkpath(u"."_s)) return false;
-  QSaveFile file(path);
-  return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit();
 }
 
 void apply(QJsonObject& object, const QString& key, const QJsonValue& value) {
@@ -77,7 +70,7 @@ void JsonPreferencesStore::assign(const QString& key, const QJsonValue& value) {
   auto object = read();
   if (!object) return;
   for (auto it = unstored_.cbegin(); it != unstored_.cend(); ++it) apply(*object, it.key(), it.value());
-  if (!writeAtomically(followLinks(path_), QJsonDocument(*object).toJson())) {
+  if (!writeFileAtomically(followLinks(path_), QJsonDocument(*object).toJson())) {
     tellUnstorable(u"The settings could not be saved in %1. They hold until Lumeno ends."_s.arg(path_));
     return;
   }

@@ -56,8 +56,10 @@ std::optional<QRgb> readColor(const QVariant& value) {
 PortalAppearance::PortalAppearance() {
   publish();
   auto bus = QDBusConnection::sessionBus();
+  // clang-format off: the signature is compared as it stands, without blanks
   bus.connect(service, path, interface, u"SettingChanged"_s, this,
               SLOT(settingChanged(QString, QString, QDBusVariant)));
+  // clang-format on
   auto request = QDBusMessage::createMethodCall(service, path, interface, u"ReadAll"_s);
   request << QStringList{u"org.freedesktop.appearance"_s, u"org.gnome.desktop.interface"_s};
   auto* call = new QDBusPendingCallWatcher(bus.asyncCall(request), this);

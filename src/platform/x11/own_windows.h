@@ -26,6 +26,8 @@ class OwnWindows final : public QObject {
   /// Whether the pointer is over the input region of one of our windows, as the server sees it now.
   [[nodiscard]] bool isPointerInside() const;
 
+  /// Asks the server who has the focus now: after a change of our own making, without waiting for its event.
+  void queryFocus();
   /// Follows the focus of a window from before it first gets it.
   void watch(xcb_window_t window);
   /// A window of ours that has grabbed the keyboard has it whatever the focus says; 0 ends that.
@@ -33,7 +35,6 @@ class OwnWindows final : public QObject {
 
  private:
   void handleFocusEvent(const xcb_generic_event_t& event, bool isIn);
-  void queryFocus();
   void setFocus(xcb_window_t window);
   void publish();
 

@@ -53,6 +53,7 @@ void X11KeyboardLoan::take() {
   // focus where the summons came as a raw key; the server would ignore it.
   xcb_set_input_focus(toolkit_, XCB_INPUT_FOCUS_PARENT, id_, XCB_CURRENT_TIME);
   grabIfRefused();
+  ownWindows_.queryFocus();
   if (!isGrabbed_) secondLook_.start();
 }
 
@@ -103,6 +104,8 @@ void X11KeyboardLoan::giveBack() {
                    XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char*>(&message));
   }
+  // By the answer the server has done it. Own windows learn of it in the order of events: the key that made
+  // us give the keyboard back may still be on its way to us.
   const XcbPtr<xcb_get_input_focus_reply_t> done(
       xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
 }

@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QQuickItem>
 #include <QScreen>
+#include <algorithm>
 #include <cmath>
 
 #include "platform/x11/x11_toolkit.h"

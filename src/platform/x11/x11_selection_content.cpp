@@ -1,5 +1,6 @@
 #include "platform/x11/x11_selection_content.h"
 
+#include <QDeadlineTimer>
 #include <QSet>
 #include <algorithm>
 #include <array>
@@ -50,11 +51,11 @@ bool isImage(const QByteArray& target) {
 /// One read: the list of targets, the check for the secret mark, then what the kind of read asks for.
 class X11SelectionContent::Reading : public std::enable_shared_from_this<Reading> {
  public:
-  Reading(X11SelectionContent& content, Limits limits) : content_(content), limits_(limits) {}
+  Reading(X11SelectionContent& content, qsizetype byteLimit) : content_(content), byteLimit_(byteLimit) {}
   virtual ~Reading() = default;
 
   void begin() {
-    bytesLeft_ = limits_.bytes;
+    bytesLeft_ = byteLimit_;
     ask(atom("TARGETS"), [this](const TransferResult& answer) {
       if (answer.outcome == TransferOutcome::delivered) return checkMark(targetsIn(answer.value));
       if (answer.outcome == TransferOutcome::refused && !hasOwner()) return noOwner();
@@ -75,7 +76,7 @@ class X11SelectionContent::Reading : public std::enable_shared_from_this<Reading
   /// Asks the owner for one target. Ends what was asked before.
   void ask(xcb_atom_t target, Next next) {
     transfer_ = content_.transfers_.start(
-        {content_.selection_, target, limits_.deadline, bytesLeft_},
+        {content_.selection_, target, deadline_, bytesLeft_},
         [self = shared_from_this(), next = std::move(next)](const TransferResult& answer) {
           self->bytesLeft_ -= answer.value.bytes.size();
           next(answer);
@@ -110,7 +111,8 @@ class X11SelectionContent::Reading : public std::enable_shared_from_this<Reading
     return reply && reply->owner != XCB_WINDOW_NONE;
   }
 
-  const Limits limits_;
+  const qsizetype byteLimit_;
+  const QDeadlineTimer deadline_{readTime, Qt::PreciseTimer};
   qsizetype bytesLeft_ = 0;
   Job transfer_;
 };
@@ -120,8 +122,8 @@ template <typename Answer>
 class X11SelectionContent::ReadingOf : public Reading {
  public:
   using Done = std::function<void(std::optional<Answer>)>;
-  ReadingOf(X11SelectionContent& content, Limits limits, Done done)
-      : Reading(content, limits), done_(std::move(done)) {}
+  ReadingOf(X11SelectionContent& content, qsizetype byteLimit, Done done)
+      : Reading(content, byteLimit), done_(std::move(done)) {}
 
   void cancel() override {
     done_ = nullptr;
@@ -213,13 +215,11 @@ X11SelectionContent::X11SelectionContent(X11Connection& connection, Scheduler& s
     : connection_(connection), selection_(selection), transfers_(connection, scheduler) {}
 
 Job X11SelectionContent::readText(std::function<void(std::optional<QString>)> done) {
-  return begin(std::make_shared<TextReading>(
-      *this, Limits{QDeadlineTimer(readTime, Qt::PreciseTimer), textBytes}, std::move(done)));
+  return begin(std::make_shared<TextReading>(*this, textBytes, std::move(done)));
 }
 
 Job X11SelectionContent::readAll(std::function<void(std::optional<std::vector<SelectionOffer>>)> done) {
-  return begin(std::make_shared<FullReading>(
-      *this, Limits{QDeadlineTimer(readTime, Qt::PreciseTimer), allBytes}, std::move(done)));
+  return begin(std::make_shared<FullReading>(*this, allBytes, std::move(done)));
 }
 
 Job X11SelectionContent::begin(std::shared_ptr<Reading> reading) {

@@ -2,7 +2,6 @@
 
 #include <xcb/xcb.h>
 
-#include <QDeadlineTimer>
 #include <QString>
 #include <functional>
 #include <memory>
@@ -34,14 +33,10 @@ class X11SelectionContent {
   [[nodiscard]] std::optional<QString> textIn(const std::vector<SelectionOffer>& offers) const;
 
   /// To be called when the selection has a new owner: reads that are under way begin again with that one,
-  /// within their first limits.
+  /// within their first deadline.
   void ownerChanged();
 
  private:
-  struct Limits {
-    QDeadlineTimer deadline;
-    qsizetype bytes;
-  };
   class Reading;
   template <typename Answer>
   class ReadingOf;

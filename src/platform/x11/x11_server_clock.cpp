@@ -1,5 +1,7 @@
 #include "platform/x11/x11_server_clock.h"
 
+#include <utility>
+
 namespace lumeno {
 
 X11ServerClock::X11ServerClock(X11Connection& connection)

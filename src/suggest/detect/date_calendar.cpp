@@ -59,6 +59,10 @@ QDate DateCalendar::comingWeekday(int weekday) const {
   return today_.addDays((weekday - today_.dayOfWeek() + 6) % 7 + 1);
 }
 
+QDate DateCalendar::lastWeekday(int weekday) const {
+  return today_.addDays(-((today_.dayOfWeek() - weekday + 6) % 7 + 1));
+}
+
 std::optional<DateCalendar::Resolved> DateCalendar::resolve(const DateExpression& expression) {
   if (expression.day && !expression.day->date.isValid() && !expression.day->offsetSeconds)
     return std::nullopt;

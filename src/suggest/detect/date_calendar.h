@@ -19,6 +19,10 @@ class DateCalendar {
   [[nodiscard]] QDate nextDayOfMonth(int day) const;
   /// The first such weekday after today.
   [[nodiscard]] QDate comingWeekday(int weekday) const;
+  /// The last such weekday before today.
+  [[nodiscard]] QDate lastWeekday(int weekday) const;
+  /// The first day of this week.
+  [[nodiscard]] QDate monday() const { return today_.addDays(1 - today_.dayOfWeek()); }
 
   struct Resolved {
     QDateTime start;

@@ -95,6 +95,7 @@ constexpr DateWord words[] = {
     {u"h", unit, unitOf(DateUnit::hour)},
     {u"hr", unit, unitOf(DateUnit::hour)},
     {u"hrs", unit, unitOf(DateUnit::hour)},
+    {u"d", unit, unitOf(DateUnit::day)},
     {u"day", unit, unitOf(DateUnit::day)},
     {u"days", unit, unitOf(DateUnit::day)},
     {u"week", unit, unitOf(DateUnit::week)},

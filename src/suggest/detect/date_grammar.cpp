@@ -217,6 +217,11 @@ void DateGrammar::readFinish(DateExpression& expression) {
   second.end = finish->end;
   readClockAfterDay(second);
   if (second.clock && second.clock->finish) return;
+  // "Friday 10:00 - Friday 12:00" is one day.
+  if (second.clock && finish->weekdayAlone && finish->date.dayOfWeek() == range.date.dayOfWeek() &&
+      second.clock->start.milliseconds() > expression.clock->start.milliseconds()) {
+    range.last = range.date;
+  }
   expression.day->date = range.date;
   expression.finishDay = finish;
   expression.finishDay->date = *range.last;
@@ -240,7 +245,8 @@ std::optional<DateExpression> DateGrammar::clockThenDay(std::size_t index) {
   const bool needsDay = !span;
   if (needsDay) {
     span = clockSpan(index, Beside::day);
-    if (!span || !span->start.marked) return std::nullopt;
+    const bool introduced = before(index, from) || before(index, between);
+    if (!span || (!span->start.marked && !(introduced && span->finish))) return std::nullopt;
   }
   DateExpression expression;
   expression.begin = index;

@@ -108,6 +108,8 @@ std::optional<ClockTime> DateGrammar::digitClock(std::size_t index) {
     return std::nullopt;
   }
   if (clock.hour > 23 || clock.minute > 59 || clock.second > 59) return std::nullopt;
+  // "3:45 minutes" is a duration.
+  if (minutes && nearHas(i, unit) && !has(i, clockWord)) return std::nullopt;
   clock.open = clock.hour >= 1 && clock.hour <= 12 && !leadingZero && (!minutes || words_->twelveHourClock);
   clock.end = i;
   if (nearHas(i, meridiem)) {

@@ -35,7 +35,7 @@ bool DateGrammar::joinRange(NamedDay& first, const NamedDay& second) {
   } else if (second.weekdayAlone) {
     last = begin.addDays((last.dayOfWeek() - begin.dayOfWeek() + 6) % 7 + 1);
   }
-  if (!last.isValid() || last <= begin) return false;
+  if (!last.isValid() || last < begin) return false;
   first.date = begin;
   first.last = last;
   first.end = second.end;
@@ -74,6 +74,16 @@ void DateGrammar::withDayPart(NamedDay& day) {
 }
 
 std::optional<NamedDay> DateGrammar::plainDay(std::size_t index) {
+  if (at(index).kind == Kind::number) {
+    // What follows rules out most numbers at once.
+    constexpr std::uint64_t following = roleMask(month, of, ordinalSuffix, unit, to, andWord);
+    const DateToken& token = at(index + 1);
+    const bool ordinalOrRange = token.kind == Kind::mark || hasAny(index + 1, following);
+    const bool basicIso = token.gap == Gap::none && token.kind == Kind::other;
+    if (!ordinalOrRange && !basicIso) return std::nullopt;
+  } else if (!at(index).entry) {
+    return std::nullopt;
+  }
   if (auto absolute = absoluteDay(index)) return absolute;
   if (auto counted = amountFirst(index)) return counted;
   if (at(index).kind == Kind::number) return dayOfMonth(index, 0);
@@ -115,6 +125,7 @@ std::optional<NamedDay> DateGrammar::monthFirst(std::size_t index) {
   const int monthNumber = value(index, month);
   std::size_t i = index + 1;
   if (gluedMark(i, u'.') && at(index).length() <= 5) ++i;
+  if (nearHas(i, of) && isNumber(i + 1, 4, 4)) ++i;
   const DateToken& token = at(i);
   if (token.kind != Kind::number || token.gap != Gap::blank) return std::nullopt;
   if (token.length() == 4) {
@@ -295,15 +306,14 @@ std::optional<NamedDay> DateGrammar::weekdayFirst(std::size_t index) {
     }
     if (auto ofMonth = dayOfMonth(k, number)) return ofMonth;
   }
-  const QDate monday = calendar_.today().addDays(1 - calendar_.today().dayOfWeek());
+  const QDate monday = calendar_.monday();
   if (nearHas(i, nextAfter)) {
     named.date = monday.addDays(7 + number - 1);
     named.end = i + 1;
     return named;
   }
   if (nearHas(i, lastAfter)) {
-    named.date =
-        calendar_.comingWeekday(number).addDays(calendar_.today().dayOfWeek() == number ? -14 + 7 : -7);
+    named.date = calendar_.lastWeekday(number);
     named.end = i + 1;
     return named;
   }
@@ -351,7 +361,7 @@ std::optional<NamedDay> DateGrammar::modifiedFirst(std::size_t index) {
   if ((!isThis && !isNext && !isComing && !isLast) || !near(index + 1)) return std::nullopt;
   const std::size_t noun = index + 1;
   const QDate today = calendar_.today();
-  const QDate monday = today.addDays(1 - today.dayOfWeek());
+  const QDate monday = calendar_.monday();
   NamedDay named;
   named.end = noun + 1;
   if (has(noun, weekday) || has(noun, weekdayPart)) {
@@ -362,12 +372,14 @@ std::optional<NamedDay> DateGrammar::modifiedFirst(std::size_t index) {
     if (has(noun, weekday) && trust(noun, weekday) == DateWordTrust::abbreviation && !at(noun).capital) {
       return std::nullopt;
     }
+    // "next Friday, 13 November": the date decides.
+    if (auto dated = weekdayFirst(noun); dated && !dated->weekdayAlone && dated->end > noun + 2) return dated;
     const int number = has(noun, weekday) ? value(noun, weekday) : value(noun, weekdayPart) / 100;
     if (has(noun, weekdayPart)) named.partHour = value(noun, weekdayPart) % 100;
     if (isNext) {
       named.date = monday.addDays(7 + number - 1);
     } else if (isLast) {
-      named.date = today.addDays(-((today.dayOfWeek() - number + 6) % 7 + 1));
+      named.date = calendar_.lastWeekday(number);
     } else {
       named.date = calendar_.comingWeekday(number);
       named.weekdayAlone = true;
@@ -427,7 +439,7 @@ std::optional<NamedDay> DateGrammar::unitFirst(std::size_t index) {
   const bool isNext = nearHas(index + 1, nextAfter);
   if (!isNext && !nearHas(index + 1, lastAfter)) return std::nullopt;
   const QDate today = calendar_.today();
-  const QDate monday = today.addDays(1 - today.dayOfWeek());
+  const QDate monday = calendar_.monday();
   const int direction = isNext ? 1 : -1;
   NamedDay named;
   named.end = index + 2;
@@ -486,12 +498,15 @@ std::optional<NamedDay> DateGrammar::amountFirst(std::size_t index) {
 std::optional<DateGrammar::Amount> DateGrammar::amount(std::size_t index) {
   Amount read;
   std::size_t i = index + 1;
-  bool halved = false;
-  if (isNumber(index, 1, 3) && !inDecimal(index)) {
+  bool andHalf = false;
+  if (isNumber(index, 1, 3) && gluedMark(i, u'.') && gluedNumber(i + 1, 1, 1) && at(i + 1).value == 5) {
+    read.count = at(index).value;
+    andHalf = true;
+    i += 2;
+  } else if (isNumber(index, 1, 3) && !inDecimal(index)) {
     read.count = at(index).value;
   } else if (has(index, halfUnit)) {
-    halved = true;
-    read.count = 1;
+    andHalf = true;
   } else if (has(index, number)) {
     read.count = value(index, number);
   } else {
@@ -500,10 +515,19 @@ std::optional<DateGrammar::Amount> DateGrammar::amount(std::size_t index) {
   if (!near(i) || !has(i, unit)) return std::nullopt;
   read.unit = static_cast<DateUnit>(value(i, unit));
   read.end = i + 1;
-  if (halved) {
+  // "an hour and a half"
+  if ((nearHas(i + 1, andWord) || nearHas(i + 1, plus)) && !andHalf) {
+    std::size_t k = i + 2;
+    if (nearHas(k, number) && value(k, number) == 1) ++k;
+    if (nearHas(k, half)) {
+      andHalf = true;
+      read.end = k + 1;
+    }
+  }
+  if (andHalf) {
     if (read.unit != DateUnit::hour) return std::nullopt;
     read.unit = DateUnit::minute;
-    read.count = 30;
+    read.count = read.count * 60 + 30;
   }
   return read;
 }
@@ -587,7 +611,7 @@ std::optional<NamedDay> DateGrammar::edgeFirst(std::size_t index) {
   }
   switch (span) {
     case DateUnit::week:
-      named.date = today.addDays(1 - today.dayOfWeek() + 7 * steps + (isBegin ? 0 : isMiddle ? 2 : 6));
+      named.date = calendar_.monday().addDays(7 * steps + (isBegin ? 0 : isMiddle ? 2 : 6));
       return named;
     case DateUnit::month:
       inMonth(QDate(today.year(), today.month(), 1).addMonths(steps));

@@ -73,7 +73,7 @@ constexpr DateWord words[] = {
     {u"de la tarde", clockPart, afternoonHour},
     {u"por la noche", clockPart, nightHour},
     {u"de la noche", clockPart, nightHour},
-    {u"al mediodía", clockPart, noonHour},
+    {u"del mediodía", clockPart, noonHour},
     {u"mediodía", noon},
     {u"mediodia", noon},
     {u"medianoche", midnight},
@@ -150,6 +150,7 @@ constexpr DateWord words[] = {
     {u"pasada", lastAfter},
 
     {u"a", at},
+    {u"al", at},
     {u"sobre", at},
     {u"desde", at},
     {u"hasta", at},

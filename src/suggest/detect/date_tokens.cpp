@@ -71,7 +71,7 @@ struct DateTokens::Reading {
 DateTokens::DateTokens(QStringView text) : text_(text), vocabulary_(Vocabulary::instance()) {}
 
 DateTokens::~DateTokens() {
-  countSteps(static_cast<std::uint64_t>(position_) + reread_);
+  countSteps(static_cast<std::uint64_t>(position_) + reread_ + looks_);
 }
 
 void DateTokens::make() {

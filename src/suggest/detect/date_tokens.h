@@ -43,6 +43,7 @@ class DateTokens {
   DateTokens& operator=(const DateTokens&) = delete;
 
   [[nodiscard]] const DateToken& at(std::size_t index) {
+    ++looks_;
     while (made_ <= index) make();
     return ring_[index % ring_.size()];
   }
@@ -64,7 +65,8 @@ class DateTokens {
   const Vocabulary& vocabulary_;
   qsizetype position_ = 0;
   std::size_t made_ = 0;
-  std::uint64_t reread_ = 0;
+  std::uint64_t reread_ = 0;  ///< characters read again for phrases
+  std::uint64_t looks_ = 0;   ///< tokens looked at
   std::array<DateToken, 256> ring_;
 };
 

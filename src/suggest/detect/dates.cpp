@@ -14,8 +14,22 @@ namespace {
 using Kind = DateToken::Kind;
 using Gap = DateToken::Gap;
 
-bool isWordLike(char16_t c) {
-  return c == u'_' || QChar(c).isLetterOrNumber() || QChar(c).isMark() || QChar::isSurrogate(c);
+bool isWordLike(char32_t c) {
+  return c == u'_' || QChar::isLetterOrNumber(c) || QChar::isMark(c);
+}
+
+char32_t characterAt(QStringView text, qsizetype i) {
+  const bool pair = i + 1 < text.size() && text[i].isHighSurrogate() && text[i + 1].isLowSurrogate();
+  return pair ? QChar::surrogateToUcs4(text[i], text[i + 1]) : text[i].unicode();
+}
+
+char32_t characterBefore(QStringView text, qsizetype i) {
+  const bool pair = i > 1 && text[i - 1].isLowSurrogate() && text[i - 2].isHighSurrogate();
+  return pair ? QChar::surrogateToUcs4(text[i - 2], text[i - 1]) : text[i - 1].unicode();
+}
+
+bool isOneOf(char32_t c, QStringView set) {
+  return c < 0x10000 && set.contains(QChar(static_cast<char16_t>(c)));
 }
 
 class DateFinder {
@@ -32,7 +46,7 @@ class DateFinder {
         ++index_;
         continue;
       }
-      if (isLabelled(index_) || !mayStandAfter(index_)) {
+      if (isLabelled(index_) || !mayBeginAt(index_)) {
         pass();
         continue;
       }
@@ -44,7 +58,7 @@ class DateFinder {
       const qsizetype start = tokens_.at(expression->begin).start;
       const qsizetype end = tokens_.at(expression->end - 1).end;
       index_ = expression->end;
-      if (!mayStandBefore(start, end)) {
+      if (!mayEndAt(end)) {
         --index_;
         pass();
         continue;
@@ -67,8 +81,8 @@ class DateFinder {
       if (token.kind == Kind::end || token.gap != Gap::none) return;
       if (token.kind != Kind::mark) continue;
       const DateToken& following = tokens_.at(index_ + 1);
-      const bool joins = QStringView(u".,:/-\u2013+_*x%=").contains(QChar(token.mark)) &&
-                         following.gap == Gap::none && following.kind == Kind::number;
+      const bool joins = isOneOf(token.mark, u".,:/-\u2013+_*x%=") && following.gap == Gap::none &&
+                         following.kind == Kind::number;
       if (!joins) return;
     }
   }
@@ -88,36 +102,34 @@ class DateFinder {
     return false;
   }
 
-  bool mayStandAfter(std::size_t index) {
+  bool mayBeginAt(std::size_t index) {
     const DateToken& token = tokens_.at(index);
     if (token.gap != Gap::none || token.start == 0) return true;
     const QStringView text = tokens_.text();
-    const char16_t c = text[token.start - 1].unicode();
-    const bool wordBefore = token.start > 1 && isWordLike(text[token.start - 2].unicode());
+    const char32_t c = characterBefore(text, token.start);
+    const bool wordBefore = token.start > 1 && isWordLike(characterBefore(text, token.start - 1));
     if (c == u'\'' || c == u'\u2019') return token.kind != Kind::number || !wordBefore;
-    if (isWordLike(c) || QStringView(u"@#/\\$\u20AC\u00A3%&~^*").contains(QChar(c))) return false;
-    if (c == u'.' || c == u':')
-      return token.kind == Kind::word && c == u':' ? true : !wordBefore && c == u':';
+    if (isWordLike(c) || isOneOf(c, u"@#/\\$\u20AC\u00A3%&~^*")) return false;
+    if (c == u':') return token.kind == Kind::word;
+    if (c == u'.') return !wordBefore && token.kind == Kind::word;
     if (c == u'-' || c == u'+' || c == u'\u2013') return token.kind != Kind::number && c != u'+';
     return true;
   }
 
-  bool mayStandBefore(qsizetype start, qsizetype end) {
+  bool mayEndAt(qsizetype end) {
     const QStringView text = tokens_.text();
     if (end == text.size()) return true;
-    const char16_t c = text[end].unicode();
-    if (isWordLike(c) || c == 0x200D || c == 0x20E3) {
+    const char32_t c = characterAt(text, end);
+    if (isWordLike(c) || c == 0x200D || c == 0x20E3 || isOneOf(c, u"(@\\%\u20AC$\u00A3\u00B0")) {
       return false;
     }
-    const bool wordAfter = end + 1 < text.size() && isWordLike(text[end + 1].unicode());
+    const bool wordAfter = end + 1 < text.size() && isWordLike(characterAt(text, end + 1));
     const bool numeric = text[end - 1].isDigit();
     const bool digitAfter = end + 1 < text.size() && text[end + 1].isDigit();
-    if (QStringView(u"@\\%\u20AC$\u00A3\u00B0").contains(QChar(c))) return false;
-    if (c == u'(') return false;
     if (c == u'.' || c == u'/') return !wordAfter;
     if (c == u':') return !digitAfter;
     if (c == u'-' || c == u'\u2013' || c == u',') return !(numeric && digitAfter);
-    return start < end;
+    return true;
   }
 
   DateTokens tokens_;

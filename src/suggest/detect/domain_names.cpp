@@ -23,30 +23,31 @@ constexpr qsizetype longestLabel = 63;
 /// Top-level domains that are also endings of files. A name without "www.", scheme or path is then a file.
 const WordSet& fileEndings() {
   static const WordSet set{
-      u"rs md sh py pl so zip mov cc ps pm mk tf la mm ml cab inc pub mo bz vi gd ad hm ax dot "
-      u"tm gz java cfd lc cat diz"_s};
+      u"rs md sh py pl so zip mov cc ps pm mk tf la mm ml cab inc pub mo bz vi gd ad hm ax dot tm gz java "
+      u"cfd lc cat diz"_s};
   return set;
 }
 
 /// File names whose second part is a country code but also the ending of a template.
 const WordSet& templateStems() {
   static const WordSet set{
-      u"makefile configure config automake autogen gnumakefile kbuild kconfig readme license "
-      u"changelog setup index test tests main"_s};
+      u"makefile configure config automake autogen gnumakefile kbuild kconfig readme license changelog "
+      u"setup index test tests main"_s};
   return set;
 }
 
 /// Endings that stand before another one in file names (config.h.in, app.conf.so).
 const WordSet& innerFileEndings() {
   static const WordSet set{
-      u"h hpp c cpp cc txt conf cfg cmake js ts json xml html yml yaml tar min test spec d pc "
-      u"desktop service sh py tmpl tpl template"_s};
+      u"h hpp c cpp cc txt conf cfg cmake js ts json xml html yml yaml tar min test spec d pc desktop "
+      u"service sh py tmpl tpl template"_s};
   return set;
 }
 
 /// Country codes that are everyday words, and so names of members.
 const WordSet& wordLikeCountries() {
-  static const WordSet set{u"id is to in it at do my no be as so by me us am pm"_s};
+  static const WordSet set{
+      u"id is to in it at do my no be as so by me us am pm"_s};
   return set;
 }
 
@@ -54,50 +55,39 @@ const WordSet& wordLikeCountries() {
 const WordSet& receivers() {
   static const WordSet set{
       u"self this that super cls e ev evt event err error ex exc exception obj object item items entry "
-      u"entity elem "
-      u"element el node nodes parent child children root leaf user users person customer account admin "
-      u"member "
-      u"client server request req response res resp reply ctx context session cookie window document doc "
-      u"console "
-      u"screen navigator location history os sys np pd plt tf torch nn std fs io app db sql query row rows "
-      u"col "
-      u"column table record field form input output button label view model controller service widget dialog "
-      u"arr array list map dict set str string text num number int float bool char byte data config cfg conf "
-      u"conf "
-      u"options opts option props prop property properties state args arg kwargs params param module exports "
-      u"process thread task job queue stack math json date datetime time performance promise system logger "
-      u"log "
-      u"logging file path dir folder image img canvas ctx2d audio video player game scene sprite camera "
-      u"shader "
-      u"texture mesh layer track event target source dest src dst result results value val key keys pair "
-      u"tuple "
-      u"index idx tmp temp buffer buf stream reader writer parser token lexer ast socket conn connection "
-      u"channel "
-      u"message msg mail email order product cart invoice payment post comment page pages section header "
-      u"footer "
-      u"menu tab row cell style theme color font rect point vec vector matrix pos position size width height "
-      u"my "
-      u"foo bar baz qux a b c d f g h i j k m n o p q r s t u v w x y z first last next prev previous "
-      u"current old "
-      u"new other another it what there here he she they we you and or but not yes ok all some project issue "
-      u"repo "
-      u"repository branch commit git npm package pkg plugin widget component vue react ref refs store action "
-      u"dispatch handler callback func function method class type instance factory builder manager helper "
-      u"util "
-      u"utils env environ settings device driver kernel cpu gpu memory disk network host hostname url uri "
-      u"link "
-      u"domain company country city address contact profile group team role permission auth login"_s};
+      u"entity elem element el node nodes parent child children root leaf user users person customer "
+      u"account admin member client server request req response res resp reply ctx context session cookie "
+      u"window document doc console screen navigator location history os sys np pd plt tf torch nn std fs "
+      u"io app db sql query row rows col column table record field form input output button label view "
+      u"model controller service widget dialog arr array list map dict set str string text num number int "
+      u"float bool char byte data config cfg conf options opts option props prop property properties "
+      u"state args arg kwargs params param module exports process thread task job queue stack math json "
+      u"date datetime time performance promise system logger log logging file path dir folder image img "
+      u"canvas ctx2d audio video player game scene sprite camera shader texture mesh layer track target "
+      u"source dest src dst result results value val key keys pair tuple index idx tmp temp buffer buf "
+      u"stream reader writer parser token lexer ast socket conn connection channel message msg mail email "
+      u"order product cart invoice payment post comment page pages section header footer menu tab cell "
+      u"style theme color font rect point vec vector matrix pos position size width height my foo bar baz "
+      u"qux a b c d f g h i j k m n o p q r s t u v w x y z first last next prev previous current old new "
+      u"other another it what there here he she they we you and or but not yes ok all some project issue "
+      u"repo repository branch commit git npm package pkg plugin component vue react ref refs store "
+      u"action dispatch handler callback func function method class type instance factory builder manager "
+      u"helper util utils env environ settings device driver kernel cpu gpu memory disk network host "
+      u"hostname url uri link domain company country city address contact profile group team role "
+      u"permission auth login"_s};
   return set;
 }
 
 /// Products whose name merely looks like a domain.
 const WordSet& dotNetProducts() {
-  static const WordSet set{u"asp ado vb ml json paint system ef c f"_s};
+  static const WordSet set{
+      u"asp ado vb ml json paint system ef c f"_s};
   return set;
 }
 
 const WordSet& commonEndings() {
-  static const WordSet set{u"com org net edu gov mil int"_s};
+  static const WordSet set{
+      u"com org net edu gov mil int"_s};
   return set;
 }
 
@@ -165,7 +155,8 @@ bool hasWellFormedLabels(QStringView name) {
 
 /// org.example.tools.io: a package, written from the top-level domain down.
 bool isReversedDomain(const Labels& labels) {
-  static const WordSet packageRoots{u"com org net edu gov io java javax kotlin scala android androidx"_s};
+  static const WordSet packageRoots{
+      u"com org net edu gov io java javax kotlin scala android androidx"_s};
   return labels.count >= 3 && packageRoots.contains(labels.first) && !commonEndings().contains(labels.top);
 }
 
@@ -212,8 +203,13 @@ bool isCode(const Labels& labels, const DomainCandidate& candidate) {
 }
 
 bool isAbbreviationOrTypingSlip(const Labels& labels) {
+  // "see fig.in the text", "approx.to"
+  static const WordSet abbreviations{
+      u"fig eq vs approx resp incl est vol dept etc no dr mr mrs ms st abb bzw ca usw vgl"_s};
+  if (labels.count == 2 && abbreviations.contains(labels.second) && isMemberLike(labels.top)) return true;
   if (labels.second.size() == 1 && labels.count == 2) {
-    static const WordSet shortHostEndings{u"com org net co me cc gg"_s};
+    static const WordSet shortHostEndings{
+      u"com org net co me cc gg"_s};
     if (!shortHostEndings.contains(labels.top)) return true;
   }
   const bool common = commonEndings().contains(labels.top);

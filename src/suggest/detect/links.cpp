@@ -32,11 +32,9 @@ constexpr int mostOfAKind = 1000;
 
 const WordSet& hierarchicalSchemes() {
   static const WordSet set{
-      u"http https ftp ftps sftp ssh file smb afp nfs dav davs webdav webcal webcals git svn irc ircs ldap "
-      u"ldaps news "
-      u"nntp telnet gopher gemini rtsp rtmp mms vnc rdp feed ws wss steam spotify zoommtg msteams slack "
-      u"vscode "
-      u"obsidian notion discord tg whatsapp ipfs ipns"_s};
+      u"http https ftp ftps sftp ssh file smb afp nfs dav davs webdav webcal webcals git svn irc ircs "
+      u"ldap ldaps news nntp telnet gopher gemini rtsp rtmp mms vnc rdp feed ws wss steam spotify zoommtg "
+      u"msteams slack vscode obsidian notion discord tg whatsapp ipfs ipns"_s};
   return set;
 }
 
@@ -296,7 +294,9 @@ class LinkScanner {
       return runEnd;
     // A handle (@user@host), a path or a part of something longer is no address.
     const char16_t before = unitAt(text_, start - 1);
-    if (before == u'@' || before == u'/' || before == u'\\' || unitAt(text_, end) == u'@') return runEnd;
+    const bool listed = before == u'/' && floor_ > 0 && floor_ == start - 1;
+    if (before == u'@' || (before == u'/' && !listed) || before == u'\\' || unitAt(text_, end) == u'@')
+      return runEnd;
     if (text_.sliced(start, at - start).contains(".."_L1)) return runEnd;
     add(start, end, u"mailto:"_s);
     return end;

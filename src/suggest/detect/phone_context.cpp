@@ -19,54 +19,39 @@ constexpr qsizetype cueReach = 40;
 const WordSet& phoneWords() {
   static const WordSet set{
       u"unter tel tél telephone telefon telefono teléfono telefone téléphone telefoon telefonnummer "
-      u"telefonnr "
-      u"phone phones "
-      u"fon call calls cell cellphone mobile mobil mobiltelefon móvil movil cellulare celular handy "
-      u"handynummer fax "
-      u"telefax whatsapp signal telegram sms text ring dial hotline helpline landline contact reach anrufen "
-      u"anruf "
-      u"rufnummer ruf rückruf appeler appelez llama llame llámame llamar chiama chiamare ligar ligue bel "
-      u"bellen "
-      u"mobiel gsm tlf tlfn telf tfno tfn puh puhelin komórka komorka zadzwoń zadzwon dzwoń kom ringa direct "
-      u"office "
-      u"switchboard pager voicemail callback dial-in portable fixe recapito centralino ffon 電話 电话 手机"_s};
+      u"telefonnr phone phones fon call calls cell cellphone mobile mobil mobiltelefon móvil movil "
+      u"cellulare celular handy handynummer fax telefax whatsapp signal telegram sms text ring dial "
+      u"hotline helpline landline contact reach anrufen anruf rufnummer ruf rückruf appeler appelez llama "
+      u"llame llámame llamar chiama chiamare ligar ligue bel bellen mobiel gsm tlf tlfn telf tfno tfn puh "
+      u"puhelin komórka komorka zadzwoń zadzwon dzwoń kom ringa direct office switchboard pager voicemail "
+      u"callback dial-in portable fixe recapito centralino ffon 電話 电话 手机"_s};
   return set;
 }
 
 const WordSet& otherWords() {
   static const WordSet set{
       u"order orders invoice tracking track shipment parcel ticket case account acct acc id ids ref "
-      u"reference isbn issn "
-      u"iban bic swift blz vat ein tin ssn nino serial sku part article item customer transaction txn card "
-      u"imei imsi "
-      u"iccid upc ean gtin doi pmid arxiv version ver build port pid uid gid timestamp epoch zip postcode "
-      u"routing "
-      u"sort passport license licence policy member membership booking confirmation pnr seed hash checksum "
-      u"revision "
-      u"rev bytes size length offset address address. bestellung bestellnummer bestellnr rechnung "
-      u"rechnungsnummer "
-      u"rechnungsnr kundennummer kundennr auftrag auftragsnummer sendung sendungsnummer konto kontonummer "
-      u"kontonr "
-      u"steuernummer ust-id ustid hrb hra aktenzeichen az artikel artikelnummer artikelnr seriennummer "
-      u"vorgang "
-      u"vorgangsnummer commande facture siret siren compte dossier colis suivi pedido factura cuenta dni nif "
-      u"cif nie "
-      u"ordine fattura conto codice partita encomenda fatura conta nipc bestelling factuur klantnummer kvk "
-      u"btw "
-      u"rekening rekeningnummer ordernummer ordrenummer fakturanummer kundenummer kontonummer cvr orgnr "
-      u"organisasjonsnummer organisationsnummer personnummer zamówienie faktura nip regon pesel krs konta "
-      u"isrc "
-      u"issue bug commit pr job run batch lot barcode asin fedex ups usps dhl model patent"_s};
+      u"reference isbn issn iban bic swift blz vat ein tin ssn nino serial sku part article item customer "
+      u"transaction txn card imei imsi iccid upc ean gtin doi pmid arxiv version ver build port pid uid "
+      u"gid timestamp epoch zip postcode routing sort passport license licence policy member membership "
+      u"booking confirmation pnr seed hash checksum revision rev bytes size length offset address "
+      u"address. bestellung bestellnummer bestellnr rechnung rechnungsnummer rechnungsnr kundennummer "
+      u"kundennr auftrag auftragsnummer sendung sendungsnummer konto kontonummer kontonr steuernummer "
+      u"ust-id ustid hrb hra aktenzeichen az artikel artikelnummer artikelnr seriennummer vorgang "
+      u"vorgangsnummer commande facture siret siren compte dossier colis suivi pedido factura cuenta dni "
+      u"nif cif nie ordine fattura conto codice partita encomenda fatura conta nipc bestelling factuur "
+      u"klantnummer kvk btw rekening rekeningnummer ordernummer ordrenummer fakturanummer kundenummer cvr "
+      u"orgnr organisasjonsnummer organisationsnummer personnummer zamówienie faktura nip regon pesel krs "
+      u"konta isrc issue bug commit pr job run batch lot barcode asin fedex ups usps dhl model patent"_s};
   return set;
 }
 
 const WordSet& unitsAfter() {
   static const WordSet set{
-      u"usd eur gbp chf sek nok dkk pln jpy cny rub inr brl aud cad dollars euro euros pounds kr zł km m cm "
-      u"mm mi miles "
-      u"kg g mg lb lbs oz t tons b kb mb gb tb kib mib gib bytes byte bits bit ms s sec seconds secs minutes "
-      u"min hours "
-      u"hrs days people users rows records items times views lines tokens percent pixels px hz khz mhz ghz"_s};
+      u"usd eur gbp chf sek nok dkk pln jpy cny rub inr brl aud cad dollars euro euros pounds kr zł km m "
+      u"cm mm mi miles kg g mg lb lbs oz t tons b kb mb gb tb kib mib gib bytes byte bits bit ms s sec "
+      u"seconds secs minutes min hours hrs days people users rows records items times views lines tokens "
+      u"percent pixels px hz khz mhz ghz"_s};
   return set;
 }
 

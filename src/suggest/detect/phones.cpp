@@ -27,7 +27,7 @@ constexpr qsizetype fewestDigits = 7;
 constexpr qsizetype mostDigits = 17;
 constexpr qsizetype mostGroups = 9;
 /// Parsing one candidate costs some twenty microseconds; the first hundreds tell what a selection is.
-constexpr int mostParses = 400;
+constexpr int mostParses = 250;
 
 enum class Verdict { no, possible, valid };
 

@@ -47,7 +47,7 @@ class Stranger {
     sync();
   }
 
-  /// A mapped window that the window manager manages, with a class; `group` 0 leaves the class away.
+  /// A mapped window that the window manager manages; without a class when that is empty.
   xcb_window_t window(const QByteArray& windowClass, int16_t x = 50, int16_t y = 60) {
     const xcb_window_t id = xcb_generate_id(connection_);
     const uint32_t values[] = {XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE |

@@ -3,6 +3,7 @@
 #include <QQuickItem>
 
 #include "desktop_fixture.h"
+#include "platform/x11/x11_input.h"
 #include "platform/x11/x11_panel_window.h"
 #include "platform/x11/x11_workspace.h"
 
@@ -30,17 +31,20 @@ class TestWindow : public QQuickWindow {
     setColor(Qt::white);
   }
   std::string typed;
+  std::function<void()> onEscape;
   int clicks = 0;
 
  protected:
-  void keyPressEvent(QKeyEvent* event) override { typed += event->text().toStdString(); }
+  void keyPressEvent(QKeyEvent* event) override {
+    typed += event->text().toStdString();
+    if (event->key() == Qt::Key_Escape && onEscape) onEscape();
+  }
   void mousePressEvent(QMouseEvent*) override { ++clicks; }
 };
 
 class PanelTest : public DesktopTest {
  protected:
   PanelTest() {
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);  // as the program does
     other = stranger.window(QByteArrayLiteral("one\0One\0"));
     expectFocus(other);
     stranger.movePointer(700, 800);
@@ -66,6 +70,7 @@ class PanelTest : public DesktopTest {
   }
   xcb_window_t panelId() { return static_cast<xcb_window_t>(window.winId()); }
 
+  const bool isSoftware = qputenv("QT_QUICK_BACKEND", "software");  // as the program has it
   xcb_window_t other = 0;
   X11Screens screens{*connection};
   X11Workspace workspace{*connection, ownWindows, scheduler};
@@ -141,6 +146,22 @@ TEST_F(PanelTest, TakesTheKeyboardAndGivesItBack) {
     EXPECT_EQ(stranger.takeKeys().size(), 2u);
     runFor(100);
     EXPECT_EQ(stranger.focus(), other);
+  }
+}
+
+TEST_F(PanelTest, TheKeyThatHidesItIsNotAKeyElsewhere) {
+  X11Input input{*connection, ownWindows, scheduler};
+  int keysElsewhere = 0;
+  const auto monitor = input.monitorKeyDown([&](KeyPress) { ++keysElsewhere; });
+  window.onEscape = [this] { panel.orderOut(); };
+  for (int i = 0; i < 10; ++i) {
+    show();
+    panel.activateAndMakeKey();
+    ASSERT_TRUE(waitFor([&] { return window.isActive(); }));
+    stranger.tap(9);
+    ASSERT_TRUE(waitFor([&] { return !panel.isVisible(); }));
+    runFor(30);
+    ASSERT_EQ(keysElsewhere, 0) << "round " << i;
   }
 }
 

@@ -2,9 +2,7 @@
 
 #include <unistd.h>
 
-#include <QClipboard>
-#include <QGuiApplication>
-
+#include "platform/x11/x11_selection_owner.h"
 #include "platform/x11/x11_server_clock.h"
 #include "selection_test_support.h"
 #include "support/fake_workspace.h"
@@ -156,29 +154,32 @@ TEST_F(SelectionBufferTest, whatWasThereBeforeIsStale) {
   EXPECT_FALSE(late.isFresh());
 }
 
+// The toolkit's text areas have a connection of their own.
 TEST_F(SelectionBufferTest, ourOwnTextAreasChangeNothing) {
+  const auto toolkit = X11Connection::open();
+  X11SelectionOwner textArea(*toolkit, scheduler_, XCB_ATOM_PRIMARY);
+  const xcb_atom_t utf8 = toolkit->atom("UTF8_STRING");
+  const auto select = [&] { return textArea.own({{utf8, {utf8, 8, "our own"}}}, XCB_CURRENT_TIME); };
+
   const auto owner = offer({"--keep", "UTF8_STRING=picked"});
   ASSERT_EQ(freshText(), u"picked"_s);
   const uint64_t serial = buffer_.serial();
-  QClipboard* const toolkit = QGuiApplication::clipboard();
-  toolkit->setText(u"our own"_s, QClipboard::Selection);
+  ASSERT_TRUE(select());
   owner->waitForLines("lost", 1);
-  runFor(50ms);
+  runFor(20ms);
   EXPECT_EQ(buffer_.serial(), serial);
   EXPECT_EQ(freshText(), u"picked"_s);
-  toolkit->clear(QClipboard::Selection);
-  runFor(50ms);
+  textArea.clear(XCB_CURRENT_TIME);
+  runFor(20ms);
   EXPECT_EQ(buffer_.serial(), serial);
   EXPECT_EQ(freshText(), u"picked"_s);
 
   // Not read before it was gone: there is nothing to answer, and ours is never the answer.
   offerAgain(*owner);
-  toolkit->setText(u"our own"_s, QClipboard::Selection);
+  ASSERT_TRUE(select());
   owner->waitForLines("lost", 2);
-  runFor(50ms);
+  runFor(20ms);
   EXPECT_EQ(freshText(), std::nullopt);
-  toolkit->clear(QClipboard::Selection);
-  runFor(50ms);
 }
 
 TEST_F(SelectionBufferTest, refusesSecretsAndBadOwners) {
@@ -216,7 +217,6 @@ TEST_F(SelectionBufferTest, largeSelectionsComeWhole) {
   const auto owner = offer({"--size", "5000000"});
   const auto text = freshText();
   ASSERT_TRUE(text);
-  std::cerr << "ELAPSED " << elapsed_ << std::endl;
   EXPECT_EQ(text->size(), 5'000'000);
   EXPECT_TRUE(text->startsWith(u"line 0\nline 1\n"));
 }

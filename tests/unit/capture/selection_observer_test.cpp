@@ -101,6 +101,19 @@ TEST_F(SelectionObserverTest, SameTextElsewhereIsPublishedOnlyAfterAGesture) {
   EXPECT_EQ(published.size(), 2U);
 }
 
+TEST_F(SelectionObserverTest, TheSameSelectionMadeAnewIsPublishedAgain) {
+  observer.start();
+  select(u"word"_s);
+  scheduler.advance(tick);
+  accessibility.beginGesture();  // a click that left the selection alone
+  scheduler.advance(tick);
+  EXPECT_EQ(published.size(), 1U);
+  accessibility.beginGesture();
+  ++accessibility.reselection;
+  scheduler.advance(2 * tick);
+  EXPECT_EQ(published.size(), 2U);
+}
+
 TEST_F(SelectionObserverTest, NothingIsReadWhileNothingHappens) {
   observer.start();
   scheduler.advance(tick);

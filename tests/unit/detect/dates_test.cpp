@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <QTimeZone>
-#include <algorithm>
 
 #include "corpus.h"
 #include "linear_cost.h"
@@ -47,10 +46,13 @@ void checkCorpus(const QString& file, qsizetype atLeast) {
       EXPECT_EQ(match.date.timeZone(), surroundings.timeZone);
     }
     score.check(c, found);
-    EXPECT_EQ(times.join(u"; "_s), c.expectation) << "line " << c.line << ": " << qPrintable(c.text);
+    EXPECT_EQ(times.join(u"; "_s).toStdString(), c.expectation.toStdString())
+        << "line " << c.line << ": " << qPrintable(c.text);
     const auto first = firstDate(c.text, surroundings);
     ASSERT_EQ(first.has_value(), !matches.empty());
-    if (first) EXPECT_EQ(first->start, matches.front().start);
+    if (first) {
+      EXPECT_EQ(first->start, matches.front().start);
+    }
   }
 }
 

@@ -35,7 +35,7 @@ TEST(HudPaletteTest, TextCanBeReadInEveryLook) {
                        << static_cast<int>(intensity) << " accent " << static_cast<int>(accent));
           // Over the worst that can stand behind: the opposite of the scheme.
           const QColor behind = dark ? Qt::white : Qt::black;
-          const QColor card = laidOver(p.cardTint, laidOver(p.card, behind));
+          const QColor card = laidOver(p.card, behind);
           const QColor chip = laidOver(p.glass, card);
           EXPECT_GE(contrast(p.label, chip), 4.5);
           EXPECT_GE(contrast(p.secondary, chip), 4.5);
@@ -50,10 +50,13 @@ TEST(HudPaletteTest, TextCanBeReadInEveryLook) {
 }
 
 TEST(HudPaletteTest, OnlyAnAccentOfOurOwnTintsTheCard) {
-  EXPECT_EQ(hudPalette({.accent = AccentTheme::system, .desktopAccent = 0xFFE01B24}).cardTint.alpha(), 0);
-  const QColor tint = hudPalette({.accent = AccentTheme::pink, .desktopAccent = 0xFFE01B24}).cardTint;
-  EXPECT_NEAR(tint.alphaF(), 0.10, 0.01);
-  EXPECT_EQ(tint.rgb(), 0xFFC92C70);
+  const QColor plain(0xF5, 0xF5, 0xF9);
+  const auto card = [](AccentTheme accent) {
+    return hudPalette({.backdrop = Backdrop::opaque, .accent = accent, .desktopAccent = 0xFFE01B24}).card;
+  };
+  EXPECT_EQ(card(AccentTheme::system).rgb(), plain.rgb());
+  // A tenth of the way to the theme's line colour.
+  EXPECT_NEAR(card(AccentTheme::pink).green(), 0xF5 + (0x2C - 0xF5) * 0.10, 1);
 }
 
 TEST(AccentTest, EveryDesktopAccentBecomesUsable) {
@@ -106,13 +109,13 @@ TEST_F(HudThemeTest, FollowsDesktopSettingsAndWindowSystem) {
   appearance.set({.dark = true, .accent = {}});
   EXPECT_EQ(changes, 1) << "nothing has changed";
 
-  settings.accentTheme.set(AccentTheme::orange);
-  EXPECT_EQ(theme.colors().accentFill.rgb(), 0xFFF59A2E);
   theme.setBackdrop(Backdrop::blurred);
   EXPECT_NEAR(theme.colors().card.alphaF(), 0.88, 0.01);
   settings.glassIntensity.set(GlassIntensity::clear);
   EXPECT_NEAR(theme.colors().card.alphaF(), 0.78, 0.01);
   EXPECT_EQ(theme.colors().secondary, theme.colors().label);
+  settings.accentTheme.set(AccentTheme::orange);
+  EXPECT_EQ(theme.colors().accentFill.rgb(), 0xFFF59A2E);
 
   appearance.set({.dark = true, .highContrast = true, .accent = {}});
   EXPECT_EQ(theme.colors().card.alpha(), 255);
