@@ -45,8 +45,9 @@ class Bench(DesktopTest):
         process_id = self.lumeno.process.pid
         path = self.write_file("note.txt", LINE + "\n")
         editor = self.start_application("mousepad", "--disable-server", path, class_name="mousepad")
-        x, y, width, _ = geometry(editor.window)
-        line = [str(v) for v in (x + 6, y + 42, x + width - 30, y + 42)]
+        x, _, width, _ = geometry(editor.window)
+        y = int(desktop.first_line_y("mousepad"))
+        line = [str(v) for v in (x + 6, y, x + width - 30, y)]
 
         def latency(mode, runs):
             return json.loads(run(os.path.join(desktop.BINARIES, "hud-latency"), str(process_id), mode, str(runs), *line,

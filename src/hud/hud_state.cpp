@@ -42,7 +42,7 @@ void describePhase(HudContent& content, const AppModel& model) {
                    header(u"sparkles"_s, generating.suggestion.title);
                    content.runningTitle = generating.suggestion.title;
                  },
-                 [&](const phase::CalendarConfirm&) { header(u"calendar.badge.plus"_s, u"New event"_s); },
+                 [](const phase::CalendarConfirm&) {},  // comes with a calendar only
                  [&](const phase::Result& finished) {
                    header(symbolName(finished.result.kind), finished.result.title);
                    content.resultBody = finished.result.body;

@@ -44,6 +44,9 @@ void HudWindow::fill(HudState& state, HudTheme& theme) {
   if (QQuickItem* root = rootObject()) {
     connect(root, &QQuickItem::implicitWidthChanged, this, &HudWindow::contentSizeChanged);
     connect(root, &QQuickItem::implicitHeightChanged, this, &HudWindow::contentSizeChanged);
+    connect(root, &QQuickItem::widthChanged, this, &HudWindow::cardShapeChanged);
+    connect(root, &QQuickItem::heightChanged, this, &HudWindow::cardShapeChanged);
+    connect(root, SIGNAL(cardRadiusChanged()), this, SIGNAL(cardShapeChanged()));
   }
 }
 

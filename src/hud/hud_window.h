@@ -36,6 +36,7 @@ class HudWindow : public QQuickView {
  Q_SIGNALS:
   /// May come several times for one change.
   void contentSizeChanged();
+  void cardShapeChanged();
   /// To the content: whatever waits for the next frame to be laid out is laid out now.
   void settling();
 

@@ -8,16 +8,16 @@ namespace lumeno {
 
 /// A rounded rectangle with everything that belongs to its surface, in logical pixels.
 struct Surface {
-  QSizeF size;
+  QSizeF size{};
   double radius = 0;
   double margin = 0;  ///< room around it, for the shadow and the outer edge
-  QColor fill;
-  QColor innerEdge;  ///< inside the outline
+  QColor fill = Qt::transparent;
+  QColor innerEdge = Qt::transparent;  ///< inside the outline
   double innerEdgeWidth = 1;
-  QColor topLight;    ///< one pixel along the upper outline, over the inner edge
-  QColor outerEdge;   ///< one pixel outside the outline
-  QColor nearShadow;  ///< close and hard
-  QColor farShadow;   ///< soft
+  QColor topLight = Qt::transparent;    ///< one pixel along the upper outline, over the inner edge
+  QColor outerEdge = Qt::transparent;   ///< one pixel outside the outline
+  QColor nearShadow = Qt::transparent;  ///< close and hard
+  QColor farShadow = Qt::transparent;   ///< soft
 };
 
 /// The surface with its margin, at `scale` device pixels to a logical one. The shadow lies only outside it,

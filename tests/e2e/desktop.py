@@ -94,9 +94,11 @@ def window_ids(class_name):
 
 
 def geometry(window):
-    """x, y, width, height of a window on the root window."""
-    values = dict(line.split("=") for line in xdotool("getwindowgeometry", "--shell", window).splitlines() if "=" in line)
-    return int(values["X"]), int(values["Y"]), int(values["WIDTH"]), int(values["HEIGHT"])
+    """x, y, width, height of a window's content on the root window."""
+    text = run("xwininfo", "-id", str(window))
+    wanted = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
+    return tuple(next(int(line.split(":")[1]) for line in text.splitlines() if line.strip().startswith(w + ":"))
+                 for w in wanted)
 
 
 def active_window():
@@ -143,6 +145,28 @@ def children(accessible):
 def applications():
     desktop = Atspi.get_desktop(0)
     return list(children(desktop))
+
+
+def first_line_y(application_name):
+    """The middle of the first line of an application's text, on the root window: asked of the application itself."""
+    def find_text(accessible, depth=0):
+        states = accessible.get_state_set()
+        if accessible.get_role() == Atspi.Role.TEXT and states.contains(Atspi.StateType.MULTI_LINE):
+            return accessible
+        for child in children(accessible) if depth < 12 else ():
+            found = find_text(child, depth + 1)
+            if found:
+                return found
+        return None
+
+    def find():
+        for application in applications():
+            if application.get_name() == application_name:
+                return find_text(application)
+        return None
+
+    extents = wait_for(f"the text of {application_name}", find).get_character_extents(0, Atspi.CoordType.SCREEN)
+    return extents.y + extents.height / 2
 
 
 class View:
@@ -329,5 +353,4 @@ class DesktopTest(unittest.TestCase):
 
 def main():
     warnings.simplefilter("ignore", DeprecationWarning)  # the bindings deprecate what they have no replacement for
-    Atspi.init()
     unittest.main(verbosity=2, warnings="ignore", argv=[sys.argv[0], *sys.argv[1:]])

@@ -32,11 +32,12 @@ class Applications(DesktopTest):
         self.wait_until_hidden()
         wait_for("the document to change", lambda: "Answer to:" in saved())
 
-    def editor_case(self, command, class_name, env=None, top=None):
+    def editor_case(self, command, class_name, line_y, env=None):
+        """`line_y` gives the middle of the first line, from the editor's window."""
         path = self.write_file("note.txt", LINE + "\n\nAnother line stays.\n")
         editor = self.start_application(*command, path, class_name=class_name, env=env)
         x, y, width, height = geometry(editor.window)
-        line_y = y + top
+        line = line_y(y)
         # Keyboard first: the whole text.
         key("ctrl+Home")
         key("shift+End")
@@ -47,7 +48,7 @@ class Applications(DesktopTest):
         self.wait_until_hidden()
         key("Right")
         # Then a real drag over the first line, and the answer in its place.
-        drag(x + width - 30, line_y, x + 4, line_y)
+        drag(x + width - 30, line, x + 4, line)
         self.expect_selection()
 
         def saved():
@@ -60,14 +61,14 @@ class Applications(DesktopTest):
         self.assertIn("Another line stays.", saved())
 
     def test_gtk3_editor(self):
-        self.editor_case(["mousepad", "--disable-server"], "mousepad", top=42)
+        self.editor_case(["mousepad", "--disable-server"], "mousepad", lambda _: desktop.first_line_y("mousepad"))
 
     def test_gtk4_editor(self):
-        self.editor_case(["gnome-text-editor", "--standalone"], "gnome-text-editor", top=70,
+        self.editor_case(["gnome-text-editor", "--standalone"], "gnome-text-editor", lambda y: y + 70,
                          env={"GSK_RENDERER": "cairo"})
 
     def test_qt_editor(self):
-        self.editor_case(["featherpad", "--standalone"], "featherpad", top=90)
+        self.editor_case(["featherpad", "--standalone"], "featherpad", lambda y: y + 110)
 
     def test_vte_terminal(self):
         self.terminal_case(["xfce4-terminal", "--disable-server", "--hide-menubar", "-x", "sh", "-c",

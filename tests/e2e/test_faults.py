@@ -57,24 +57,6 @@ class Faults(DesktopTest):
         key("ctrl+a")
         self.wait_for_pill()
 
-    def test_accessibility_bus_comes_back(self):
-        editor = self.open_mousepad()
-        key("ctrl+a")
-        self.wait_for_pill()
-        key("Right")
-        self.wait_until_hidden()
-        editor.stop()
-        os.kill(self.process_of("org.a11y.Bus"), signal.SIGKILL)
-        wait_for("access to be granted again", self.access_granted)
-        self.open_mousepad()
-        key("ctrl+a")
-        self.wait_for_pill()
-
-    def process_of(self, name):
-        answer = desktop.run("gdbus", "call", "--session", "-d", "org.freedesktop.DBus", "-o", "/org/freedesktop/DBus",
-                             "-m", "org.freedesktop.DBus.GetConnectionUnixProcessID", name)
-        return int("".join(c for c in answer.split()[-1] if c.isdigit()))
-
     def test_password_is_never_read(self):
         script = os.path.join(os.path.dirname(__file__), "..", "support", "password_window.py")
         self.start_application(script, class_name="password-window")

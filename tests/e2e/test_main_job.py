@@ -17,30 +17,9 @@ class Mousepad(DesktopTest):
     def open_editor(self, text):
         self.path = self.write_file("note.txt", text)
         self.editor = self.start_application("mousepad", "--disable-server", self.path, class_name="mousepad")
-        x, y, width, height = geometry(self.editor.window)
-        self.text_x, self.text_y = x + 8, y + self.text_top()
+        self.text_x = geometry(self.editor.window)[0] + 8
+        self.text_y = desktop.first_line_y("mousepad")
         return self.editor
-
-    def text_top(self):
-        """The first line's middle, from the top of the window: asked of the editor itself."""
-        def found():
-            for application in desktop.applications():
-                if application.get_name() == "mousepad":
-                    return self.find_text(application)
-        text = wait_for("the editor's text", found)
-        extents = text.get_character_extents(0, Atspi.CoordType.SCREEN)
-        _, y, _, _ = geometry(self.editor.window)
-        return extents.y - y + extents.height / 2
-
-    def find_text(self, accessible, depth=0):
-        if accessible.get_role() == Atspi.Role.TEXT and accessible.get_state_set().contains(Atspi.StateType.MULTI_LINE):
-            return accessible
-        if depth < 12:
-            for child in desktop.children(accessible):
-                found = self.find_text(child, depth + 1)
-                if found:
-                    return found
-        return None
 
     def select_first_line(self):
         _, _, width, _ = geometry(self.editor.window)

@@ -74,6 +74,7 @@ class Application::Private {
     preferenceProblems = preferences.problem().subscribe([this](const QString& text) {
       if (!text.isEmpty()) tray.showMessage(text);
     });
+    QObject::connect(&window, &HudWindow::cardShapeChanged, &window, [this] { panelWindow.invalidateShape(); });
     QObject::connect(connection.get(), &X11Connection::broken, qApp, &QApplication::quit);
   }
 

@@ -23,8 +23,11 @@ Item {
     Accessible.selectable: true
     Accessible.selected: chip.selected
     Accessible.focusable: chip.shortcut > 0
-    Accessible.focused: chip.selected
     Accessible.onPressAction: activated()
+
+    // So that assistive technology follows the highlight.
+    onSelectedChanged: if (selected) forceActiveFocus()
+    Component.onCompleted: if (selected) forceActiveFocus()
 
     GlassSurface {
         anchors.fill: parent

@@ -7,6 +7,7 @@ Item {
 
     readonly property int margin: 10
     readonly property int cardWidth: 360
+    readonly property string phase: hud.content.phase
     readonly property bool collapsed: hud.content.collapsed
     readonly property real cardRadius: Math.min(collapsed ? 22 : 24, card.height / 2)
     readonly property Item finishedText: collapsed || !expanded.item ? null : expanded.item.finishedText
@@ -38,7 +39,7 @@ Item {
         }
         if (finishedText)
             return handleTextKey(event)
-        return hud.content.phase === "suggestions" && /^[1-9]$/.test(event.text)
+        return phase === "suggestions" && /^[1-9]$/.test(event.text)
             && hud.runChipNumber(Number(event.text))
     }
     // A long result can be read, and a selected part of it copied, without the pointer.
@@ -51,6 +52,9 @@ Item {
             return false
         return true
     }
+
+    // The view that had the focus is about to go. (A chip that is highlighted takes it by itself.)
+    onPhaseChanged: if (phase !== "suggestions") forceActiveFocus()
 
     Connections {
         target: hud

@@ -18,15 +18,15 @@ Item {
         flick.contentY = Math.max(0, Math.min(flick.contentHeight - flick.height, flick.contentY + pixels))
     }
     function followEnd() {
-        const end = Math.max(0, flick.contentHeight - flick.height)
         if (!followsEnd)
             return
-        if (theme.reduceMotion) {
-            flick.contentY = end
-        } else if (end !== flick.contentY) {
-            toEnd.to = end
-            toEnd.restart()
-        }
+        // On its way to an end that is no longer the end.
+        toEnd.stop()
+        toEnd.to = Math.max(0, flick.contentHeight - flick.height)
+        if (theme.reduceMotion)
+            flick.contentY = toEnd.to
+        else if (toEnd.to !== flick.contentY)
+            toEnd.start()
     }
     // The span must be seen, as little moved as possible.
     function reveal(top, bottom) {

@@ -2,7 +2,8 @@
 
 #include <canberra.h>
 
-#include <atomic>
+#include <chrono>
+#include <semaphore>
 #include <system_error>
 #include <thread>
 
@@ -10,15 +11,12 @@ namespace lumeno {
 
 using namespace Qt::StringLiterals;
 
-/// The connection to the sound system. Used by one thread at a time: whoever has `claim`ed it.
+/// The connection to the sound system, used by whoever has acquired it.
 class CanberraSystemSound::Player {
  public:
   ~Player() {
     if (context_) ca_context_destroy(context_);
   }
-
-  [[nodiscard]] bool claim() { return !busy_.exchange(true); }
-  void release() { busy_ = false; }
 
   void playFirstOf(const std::vector<const char*>& events) {
     if (!context_ && ca_context_create(&context_) != CA_SUCCESS) {
@@ -33,14 +31,18 @@ class CanberraSystemSound::Player {
     }
   }
 
+  std::binary_semaphore available{1};
+
  private:
-  std::atomic<bool> busy_ = false;
   ca_context* context_ = nullptr;
 };
 
 CanberraSystemSound::CanberraSystemSound() : player_(std::make_shared<Player>()) {}
 
-CanberraSystemSound::~CanberraSystemSound() = default;
+CanberraSystemSound::~CanberraSystemSound() {
+  // A sound that is just being started should not meet the end of the program; one that hangs is left alone.
+  (void)player_->available.try_acquire_for(std::chrono::milliseconds(300));
+}
 
 void CanberraSystemSound::play(const QString& name) {
   // The theme has no sound of that name; these are its short cues for something finished.
@@ -53,16 +55,15 @@ void CanberraSystemSound::beep() {
 
 void CanberraSystemSound::playFirstOf(std::vector<const char*> events) {
   // While the sound system does not answer, a further cue is dropped: late, it would say nothing.
-  if (!player_->claim()) return;
+  if (!player_->available.try_acquire()) return;
   try {
-    // A thread per sound: none waits in between, and one that hangs holds up nobody, also not the end of the
-    // program.
+    // A thread per sound: none waits in between, and one that hangs holds up nobody.
     std::thread([player = player_, events = std::move(events)] {
       player->playFirstOf(events);
-      player->release();
+      player->available.release();
     }).detach();
   } catch (const std::system_error&) {
-    player_->release();
+    player_->available.release();
   }
 }
 

@@ -12,7 +12,7 @@ namespace lumeno {
 class CanberraSystemSound final : public SystemSound {
  public:
   CanberraSystemSound();
-  /// Waits for nothing; a sound that plays ends.
+  /// Waits at most 0.3 s for a sound that is being started.
   ~CanberraSystemSound() override;
   void play(const QString& name) override;
   void beep() override;

@@ -56,10 +56,7 @@ std::optional<QRgb> readColor(const QVariant& value) {
 PortalAppearance::PortalAppearance() {
   publish();
   auto bus = QDBusConnection::sessionBus();
-  // clang-format off: the signature is compared as it stands, without blanks
-  bus.connect(service, path, interface, u"SettingChanged"_s, this,
-              SLOT(settingChanged(QString, QString, QDBusVariant)));
-  // clang-format on
+  bus.connect(service, path, interface, u"SettingChanged"_s, this, SLOT(settingChanged(QDBusMessage)));
   auto request = QDBusMessage::createMethodCall(service, path, interface, u"ReadAll"_s);
   request << QStringList{u"org.freedesktop.appearance"_s, u"org.gnome.desktop.interface"_s};
   auto* call = new QDBusPendingCallWatcher(bus.asyncCall(request), this);
@@ -77,8 +74,11 @@ PortalAppearance::PortalAppearance() {
   });
 }
 
-void PortalAppearance::settingChanged(const QString& group, const QString& key, const QDBusVariant& value) {
-  settings_.insert(settingName(group, key), value.variant());
+void PortalAppearance::settingChanged(const QDBusMessage& signal) {
+  if (signal.signature() != "ssv"_L1) return;
+  const QVariantList arguments = signal.arguments();
+  settings_.insert(settingName(arguments[0].toString(), arguments[1].toString()),
+                   arguments[2].value<QDBusVariant>().variant());
   publish();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDBusVariant>
+#include <QDBusMessage>
 #include <QHash>
 #include <QObject>
 #include <QVariant>
@@ -19,7 +19,7 @@ class PortalAppearance final : public QObject, public Appearance {
   [[nodiscard]] Observable<AppearancePreferences>& preferences() override { return preferences_; }
 
  private Q_SLOTS:
-  void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+  void settingChanged(const QDBusMessage& signal);
 
  private:
   void publish();

@@ -98,13 +98,14 @@ qsizetype trailingTypeStart(const Words& words) {
     return words.items[first].start;
   }
   if (!tables::endsLikeStreet(word.text) || !word.isCapitalised()) return -1;
+  const auto belongs = [](const AddressWord& before) {
+    // "In der Hauptstraße" begins a sentence as often as a name; "Im Mediapark" is a name.
+    static const WordSet contractions{u"im am zum zur beim"_s};
+    return before.isCapitalised() && (tables::streetAdjectives().contains(before.text) ||
+                                      before.text.endsWith("er"_L1) || contractions.contains(before.text));
+  };
   size_t first = last;
-  while (first > 0 && last - first < 2 &&
-         (tables::streetAdjectives().contains(words.items[first - 1].text) ||
-          words.items[first - 1].text.endsWith("er"_L1)) &&
-         (words.items[first - 1].isCapitalised())) {
-    --first;
-  }
+  while (first > 0 && last - first < 2 && belongs(words.items[first - 1])) --first;
   return words.items[first].start;
 }
 
@@ -114,7 +115,8 @@ qsizetype prepositionStart(const Words& words) {
   for (size_t i = from; i + 1 < words.count; ++i) {
     if (!words.items[i].isCapitalised() || !tables::streetPrepositions().contains(words.items[i].text))
       continue;
-    if (!words.items[words.count - 1].isCapitalised()) continue;
+    const AddressWord& last = words.items[words.count - 1];
+    if (!last.isCapitalised() || tables::countedNouns().contains(last.text)) continue;
     const bool names = std::all_of(words.items.begin() + i + 1, words.items.begin() + words.count, isName);
     if (names) return words.items[i].start;
   }
@@ -226,7 +228,10 @@ qsizetype englishStreetEnd(QStringView text, qsizetype i) {
 bool startsFrenchStreet(QStringView text, qsizetype i) {
   const AddressWord word = readAddressWord(text, i);
   if (!tables::frenchStreetTypes().contains(word.text)) return false;
-  return isBlank(unitAt(text, word.end));
+  if (!isBlank(unitAt(text, word.end))) return false;
+  // "12 rue et 3 avenues" counts streets.
+  static const WordSet conjunctions{u"et ou and or und y e"_s};
+  return !conjunctions.contains(readAddressWord(text, word.end + 1).text);
 }
 
 qsizetype segmentStart(QStringView text, qsizetype end) {

@@ -17,7 +17,7 @@ const WordSet& englishStreetTypes() {
       u"drove end fields heights hts mall mount passage promenade range reach turnpike tpke vale valley "
       u"villas wood woods causeway concourse broadway circus approach link avenida strand stravenue "
       u"extension ext junction jct island isle key manor mill orchard spur summit trace underpass union "
-      u"walkway wynd brae loan rue chemin"_s};
+      u"walkway wynd brae loan rue chemin yards"_s};
   return set;
 }
 
@@ -83,8 +83,7 @@ const WordSet& usStateNames() {
 }
 
 const WordSet& canadianProvinces() {
-  static const WordSet set{
-      u"ab bc mb nb nl ns nt nu on pe qc sk yt"_s};
+  static const WordSet set{u"ab bc mb nb nl ns nt nu on pe qc sk yt"_s};
   return set;
 }
 
@@ -98,8 +97,7 @@ const WordSet& canadianProvinceNames() {
 }
 
 const WordSet& australianStates() {
-  static const WordSet set{
-      u"nsw vic qld wa sa tas act nt"_s};
+  static const WordSet set{u"nsw vic qld wa sa tas act nt"_s};
   return set;
 }
 
@@ -122,14 +120,25 @@ const WordSet& frenchStreetTypes() {
 
 const WordSet& leadingStreetTypes() {
   static const WordSet set{
+      // French
       u"rue avenue av boulevard bd place quai chemin impasse allée cours square route passage chaussée "
-      u"ruelle clos calle c avenida avda avd plaza pza plza paseo pº pso carrer passeig ronda camino cmno "
-      u"carretera ctra travesía travesia glorieta gran rambla avinguda plaça callejón cuesta costanilla "
-      u"polígono pol urbanización via viale v.le piazza p.za p.zza piazzale corso c.so largo vicolo "
-      u"strada contrada lungotevere lungarno salita galleria borgo località loc frazione rua r praça "
-      u"praca pç travessa tv estrada alameda beco calçada rotunda bairro ul ulica al aleja aleje pl plac "
-      u"os osiedle rondo bulwar skwer straße strasse platz allee weg ring gasse postfach postbus postboks "
-      u"box apartado bp cs casella pb antwoordnummer skrytka"_s};
+      u"ruelle clos "
+      // Spanish, Catalan
+      u"calle c avenida avda avd plaza pza plza paseo pº pso carrer passeig ronda camino cmno carretera ctra "
+      u"travesía travesia glorieta gran rambla avinguda plaça callejón cuesta costanilla polígono pol "
+      u"urbanización "
+      // Italian
+      u"via viale v.le piazza p.za p.zza piazzale corso c.so largo vicolo strada contrada lungotevere "
+      u"lungarno "
+      u"salita galleria borgo località loc frazione "
+      // Portuguese
+      u"rua r praça praca pç travessa tv estrada alameda beco calçada rotunda bairro "
+      // Polish
+      u"ul ulica al aleja aleje pl plac os osiedle rondo bulwar skwer "
+      // German names that begin with their type
+      u"straße strasse platz allee weg ring gasse "
+      // post boxes
+      u"postfach postbus postboks box apartado bp cs casella pb antwoordnummer skrytka"_s};
   return set;
 }
 
@@ -153,9 +162,10 @@ bool endsLikeStreet(QStringView word) {
       u"straat", u"laan", u"plein", u"gracht", u"kade", u"singel", u"dijk", u"steeg", u"wal", u"hof",
       u"dreef", u"baan", u"lei", u"plantsoen", u"burgwal", u"park",
       // Danish, Norwegian, Swedish
-      u"gade", u"vej", u"vejen", u"plads", u"torv", u"stræde", u"allé", u"gata", u"gaten", u"gate", u"vei",
-      u"veien", u"vegen", u"plass", u"plassen", u"bakken", u"gatan", u"vägen", u"väg", u"torget", u"gränd",
-      u"gränden", u"allén", u"plan", u"kajen", u"backen", u"stigen", u"platsen", u"leden", u"brygge",
+      u"gade", u"vej", u"vejen", u"plads", u"pladsen", u"torv", u"torvet", u"gaden", u"stræde", u"allé",
+      u"gata", u"gaten", u"gate", u"vei", u"veien", u"vegen", u"plass", u"plassen", u"bakken", u"gatan",
+      u"vägen", u"väg", u"torget", u"gränd", u"gränden", u"allén", u"plan", u"kajen", u"backen", u"stigen",
+      u"platsen", u"leden", u"brygge",
       // Finnish
       u"katu", u"tie", u"kuja", u"polku", u"kaari", u"tori", u"aukio", u"ranta", u"rinne", u"raitti",
       u"puisto"};
@@ -166,8 +176,7 @@ bool endsLikeStreet(QStringView word) {
 }
 
 const WordSet& streetPrepositions() {
-  static const WordSet set{
-      u"am an auf im in zum zur unter vor hinter beim bei hinterm neben ob"_s};
+  static const WordSet set{u"am an auf im in zum zur unter vor hinter beim bei hinterm neben ob"_s};
   return set;
 }
 
@@ -190,7 +199,9 @@ const WordSet& countedNouns() {
       u"pos id order bestellung rechnung invoice total sum summe the and of group gruppe type typ class "
       u"klasse model modell error fehler code lesson lektion question frage aufgabe exercise grade since "
       u"ca approx about from until bis ab seit um gegen appendix anhang note paragraph art absatz row "
-      u"column spalte track song verse size größe route bus flight gate terminal gleis"_s};
+      u"column spalte track song verse size größe route bus flight gate terminal gleis monday tuesday "
+      u"wednesday thursday friday saturday sunday montag dienstag mittwoch donnerstag freitag samstag "
+      u"sonntag jahre years"_s};
   return set;
 }
 
@@ -251,7 +262,8 @@ const WordSet& doorWords() {
       u"top stiege tür stock og eg ug dg etage hinterhaus vorderhaus hh vh seitenflügel bus bte boîte bt "
       u"apt app lok m lokal mieszkanie piso puerta pta esc escalera planta izq izda dcha bajo ático int "
       u"interno scala sc esq dto dto. andar frente fração fr sal tv th mf st lgh as krs bât bat bâtiment "
-      u"étage esc. appartement appt bis ter hs huis rood zw ii iii iv a b c d e f dº porta bloco lt lote"_s};
+      u"étage esc. appartement appt bis ter hs huis rood zw ii iii iv a b c d e f dº porta bloco lt lote "
+      u"in"_s};
   return set;
 }
 

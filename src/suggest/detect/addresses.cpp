@@ -98,7 +98,7 @@ class AddressScanner {
     const qsizetype englishEnd = englishAddressEnd(name);
     const qsizetype end = std::max(frenchEnd, englishEnd);
     if (end == 0) return {};
-    return {englishEnd == end ? withLeadingUnit(start) : start, end};
+    return {englishEnd == end ? withLeadingUnits(start) : start, end};
   }
 
   qsizetype englishAddressEnd(qsizetype i) const {
@@ -242,7 +242,16 @@ class AddressScanner {
     return tables::houseWords().contains(readAddressWord(text_, last).text) ? house : start;
   }
 
-  /// `start`, or the start of the "Flat 3," before it.
+  /// `start`, or the start of the "Suite 5, Level 2," before it.
+  qsizetype withLeadingUnits(qsizetype start) const {
+    for (int units = 0; units < 3; ++units) {
+      const qsizetype unit = withLeadingUnit(start);
+      if (unit == start) break;
+      start = unit;
+    }
+    return start;
+  }
+
   qsizetype withLeadingUnit(qsizetype start) const {
     qsizetype end = start;
     while (end > 0 && start - end < 4 && (isSpace(text_[end - 1].unicode()) || text_[end - 1] == u',')) --end;

@@ -63,6 +63,19 @@ QDate DateCalendar::lastWeekday(int weekday) const {
   return today_.addDays(-((today_.dayOfWeek() - weekday + 6) % 7 + 1));
 }
 
+QDate DateCalendar::beginOf(DateUnit unit, int steps) const {
+  switch (unit) {
+    case DateUnit::week:
+      return monday().addDays(7 * steps);
+    case DateUnit::month:
+      return QDate(year_, today_.month(), 1).addMonths(steps);
+    case DateUnit::year:
+      return QDate(year_ + steps, 1, 1);
+    default:
+      return {};
+  }
+}
+
 std::optional<DateCalendar::Resolved> DateCalendar::resolve(const DateExpression& expression) {
   if (expression.day && !expression.day->date.isValid() && !expression.day->offsetSeconds)
     return std::nullopt;

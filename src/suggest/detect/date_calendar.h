@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <array>
 
+#include "suggest/detect/date_language.h"
 #include "suggest/detect/date_values.h"
 #include "suggest/detect/surroundings.h"
 
@@ -23,6 +24,9 @@ class DateCalendar {
   [[nodiscard]] QDate lastWeekday(int weekday) const;
   /// The first day of this week.
   [[nodiscard]] QDate monday() const { return today_.addDays(1 - today_.dayOfWeek()); }
+
+  /// The first day of a week, month or year so many of them away; invalid for other units.
+  [[nodiscard]] QDate beginOf(DateUnit unit, int steps) const;
 
   struct Resolved {
     QDateTime start;

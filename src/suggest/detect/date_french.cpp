@@ -7,10 +7,6 @@ namespace {
 using enum DateRole;
 using enum DateWordTrust;
 
-constexpr auto unitOf(DateUnit unit) {
-  return static_cast<std::int16_t>(unit);
-}
-
 constexpr DateWord words[] = {
     {u"janvier", month, 1},
     {u"février", month, 2},
@@ -78,23 +74,23 @@ constexpr DateWord words[] = {
     {u"heure", clockWord, 0, weak},
     {u"heures", clockWord, 0, weak},
 
-    {u"seconde", unit, unitOf(DateUnit::second)},
-    {u"secondes", unit, unitOf(DateUnit::second)},
-    {u"minute", unit, unitOf(DateUnit::minute)},
-    {u"minutes", unit, unitOf(DateUnit::minute)},
-    {u"min", unit, unitOf(DateUnit::minute)},
-    {u"heure", unit, unitOf(DateUnit::hour)},
-    {u"heures", unit, unitOf(DateUnit::hour)},
-    {u"h", unit, unitOf(DateUnit::hour)},
-    {u"jour", unit, unitOf(DateUnit::day)},
-    {u"jours", unit, unitOf(DateUnit::day)},
-    {u"semaine", unit, unitOf(DateUnit::week)},
-    {u"semaines", unit, unitOf(DateUnit::week)},
-    {u"mois", unit, unitOf(DateUnit::month)},
-    {u"an", unit, unitOf(DateUnit::year)},
-    {u"ans", unit, unitOf(DateUnit::year)},
-    {u"année", unit, unitOf(DateUnit::year)},
-    {u"années", unit, unitOf(DateUnit::year)},
+    {u"seconde", unit, dateUnit(DateUnit::second)},
+    {u"secondes", unit, dateUnit(DateUnit::second)},
+    {u"minute", unit, dateUnit(DateUnit::minute)},
+    {u"minutes", unit, dateUnit(DateUnit::minute)},
+    {u"min", unit, dateUnit(DateUnit::minute)},
+    {u"heure", unit, dateUnit(DateUnit::hour)},
+    {u"heures", unit, dateUnit(DateUnit::hour)},
+    {u"h", unit, dateUnit(DateUnit::hour)},
+    {u"jour", unit, dateUnit(DateUnit::day)},
+    {u"jours", unit, dateUnit(DateUnit::day)},
+    {u"semaine", unit, dateUnit(DateUnit::week)},
+    {u"semaines", unit, dateUnit(DateUnit::week)},
+    {u"mois", unit, dateUnit(DateUnit::month)},
+    {u"an", unit, dateUnit(DateUnit::year)},
+    {u"ans", unit, dateUnit(DateUnit::year)},
+    {u"année", unit, dateUnit(DateUnit::year)},
+    {u"années", unit, dateUnit(DateUnit::year)},
     {u"week end", weekend},
     {u"weekend", weekend},
 

@@ -7,10 +7,6 @@ namespace {
 using enum DateRole;
 using enum DateWordTrust;
 
-constexpr auto unitOf(DateUnit unit) {
-  return static_cast<std::int16_t>(unit);
-}
-
 constexpr DateWord words[] = {
     {u"januar", month, 1},
     {u"jänner", month, 1},
@@ -109,27 +105,27 @@ constexpr DateWord words[] = {
     {u"h", clockWord, 0, weak},
     {u"minuten", minutesWord},
 
-    {u"sekunde", unit, unitOf(DateUnit::second)},
-    {u"sekunden", unit, unitOf(DateUnit::second)},
-    {u"minute", unit, unitOf(DateUnit::minute)},
-    {u"minuten", unit, unitOf(DateUnit::minute)},
-    {u"min", unit, unitOf(DateUnit::minute)},
-    {u"stunde", unit, unitOf(DateUnit::hour)},
-    {u"stunden", unit, unitOf(DateUnit::hour)},
-    {u"std", unit, unitOf(DateUnit::hour)},
-    {u"tag", unit, unitOf(DateUnit::day)},
-    {u"tage", unit, unitOf(DateUnit::day)},
-    {u"tagen", unit, unitOf(DateUnit::day)},
-    {u"woche", unit, unitOf(DateUnit::week)},
-    {u"wochen", unit, unitOf(DateUnit::week)},
-    {u"monat", unit, unitOf(DateUnit::month)},
-    {u"monats", unit, unitOf(DateUnit::month)},
-    {u"monate", unit, unitOf(DateUnit::month)},
-    {u"monaten", unit, unitOf(DateUnit::month)},
-    {u"jahr", unit, unitOf(DateUnit::year)},
-    {u"jahres", unit, unitOf(DateUnit::year)},
-    {u"jahre", unit, unitOf(DateUnit::year)},
-    {u"jahren", unit, unitOf(DateUnit::year)},
+    {u"sekunde", unit, dateUnit(DateUnit::second)},
+    {u"sekunden", unit, dateUnit(DateUnit::second)},
+    {u"minute", unit, dateUnit(DateUnit::minute)},
+    {u"minuten", unit, dateUnit(DateUnit::minute)},
+    {u"min", unit, dateUnit(DateUnit::minute)},
+    {u"stunde", unit, dateUnit(DateUnit::hour)},
+    {u"stunden", unit, dateUnit(DateUnit::hour)},
+    {u"std", unit, dateUnit(DateUnit::hour)},
+    {u"tag", unit, dateUnit(DateUnit::day)},
+    {u"tage", unit, dateUnit(DateUnit::day)},
+    {u"tagen", unit, dateUnit(DateUnit::day)},
+    {u"woche", unit, dateUnit(DateUnit::week)},
+    {u"wochen", unit, dateUnit(DateUnit::week)},
+    {u"monat", unit, dateUnit(DateUnit::month)},
+    {u"monats", unit, dateUnit(DateUnit::month)},
+    {u"monate", unit, dateUnit(DateUnit::month)},
+    {u"monaten", unit, dateUnit(DateUnit::month)},
+    {u"jahr", unit, dateUnit(DateUnit::year)},
+    {u"jahres", unit, dateUnit(DateUnit::year)},
+    {u"jahre", unit, dateUnit(DateUnit::year)},
+    {u"jahren", unit, dateUnit(DateUnit::year)},
     {u"wochenende", weekend},
 
     {u"ein", number, 1, weak},

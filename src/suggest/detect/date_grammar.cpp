@@ -15,12 +15,14 @@ constexpr std::uint64_t dayRoles =
              coming, last, in, agoBefore, begin, middle, end, unit, number);
 constexpr std::uint64_t clockRoles =
     roleMask(noon, midnight, half, halfBefore, quarter, clockArticle, number);
-constexpr std::uint64_t beginningRoles = (dayRoles | clockRoles) & ~roleMask(number);
+/// Those of them that may stand alone; the others need a word, a number or a mark after them.
+constexpr std::uint64_t loneRoles = roleMask(weekday, weekdayPart, relativeDay, todayPart, noon, midnight);
+constexpr std::uint64_t leaningRoles = (dayRoles | clockRoles) & ~loneRoles & ~roleMask(number);
 /// Words that make a number after them worth a look although nothing after it does.
 constexpr std::uint64_t leadingRoles = roleMask(at, on, from, to, between);
 /// Words that make a number before them worth a look.
 constexpr std::uint64_t countedRoles = roleMask(unit, clockWord, minutesWord, past, DateRole::before,
-                                                meridiem, clockPart, to, andWord, month, of, plus, minus, at);
+                                                meridiem, clockPart, to, andWord, month, of, plus, minus);
 
 bool isNumericSeparator(char16_t mark) {
   return mark == u':' || mark == u'.' || mark == u'/' || mark == u'-' || mark == u'\u2013';
@@ -80,10 +82,21 @@ unsigned DateGrammar::languagesAround(std::size_t index) {
 unsigned DateGrammar::mayBegin(std::size_t index) {
   const DateToken& token = at(index);
   if (token.kind == Kind::word) {
-    unsigned languages = token.entry->languagesWith(beginningRoles);
+    const std::uint64_t roles = token.entry->allRoles;
+    if (!(roles & (dayRoles | clockRoles))) return 0;
+    const DateToken& following = at(index + 1);
+    unsigned languages = roles & loneRoles ? token.entry->languagesWith(loneRoles) : 0;
+    if (roles & leaningRoles) {
+      if (following.entry) {
+        languages |= token.entry->languagesWith(leaningRoles) & following.entry->languages;
+      } else if (following.kind == Kind::number || following.kind == Kind::mark) {
+        languages |= token.entry->languagesWith(leaningRoles);
+      }
+    }
     // "a", "six": only what stands beside can tell.
-    if (const unsigned counting = token.entry->languagesWith(roleMask(number))) {
-      if (at(index + 1).entry) languages |= counting & at(index + 1).entry->languagesWith(countedRoles);
+    if (roles & roleMask(number)) {
+      const unsigned counting = token.entry->languagesWith(roleMask(number));
+      if (following.entry) languages |= counting & following.entry->languagesWith(countedRoles);
       if (index > 0 && at(index - 1).entry)
         languages |= counting & at(index - 1).entry->languagesWith(leadingRoles);
     }

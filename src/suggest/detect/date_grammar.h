@@ -93,7 +93,7 @@ class DateGrammar {
   [[nodiscard]] std::optional<std::size_t> rangeSign(std::size_t index, std::size_t rangeBegin);
   [[nodiscard]] unsigned languagesAround(std::size_t index);
 
-  // Times of day (date_grammar_clock.cpp).
+  // Times of day (date_grammar_clock.cpp, date_grammar_zone.cpp).
   std::optional<ClockTime> clock(std::size_t index);
   std::optional<ClockTime> digitClock(std::size_t index);
   std::optional<ClockTime> isoClock(std::size_t index);
@@ -108,7 +108,7 @@ class DateGrammar {
   std::optional<ClockSpan> clockSpan(std::size_t index, Beside beside);
   static void settle(ClockSpan& span, std::optional<int> partHour);
 
-  // Days (date_grammar_day.cpp, date_grammar_numeric.cpp).
+  // Days (date_grammar_day.cpp, date_grammar_numeric.cpp, date_grammar_relative.cpp).
   std::optional<NamedDay> daySpan(std::size_t index);
   std::optional<NamedDay> day(std::size_t index);
   std::optional<NamedDay> plainDay(std::size_t index);
@@ -131,6 +131,7 @@ class DateGrammar {
   Year year(std::size_t& index, int& year);
   NamedDay dated(int year, int month, int day, std::size_t end);
   void withDayPart(NamedDay& day);
+  static void withLastDay(NamedDay& day, int lastDay);
   bool joinRange(NamedDay& first, const NamedDay& second);
 
   // Whole expressions (date_grammar.cpp).

@@ -63,6 +63,11 @@ enum class DateRole : std::uint8_t {
 
 enum class DateUnit : std::uint8_t { second, minute, hour, day, week, month, year };
 
+/// The value of a word that names a unit.
+[[nodiscard]] constexpr std::int16_t dateUnit(DateUnit unit) {
+  return static_cast<std::int16_t>(unit);
+}
+
 /// How far a word can be trusted by itself.
 enum class DateWordTrust : std::uint8_t {
   full,

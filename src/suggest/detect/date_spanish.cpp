@@ -7,10 +7,6 @@ namespace {
 using enum DateRole;
 using enum DateWordTrust;
 
-constexpr auto unitOf(DateUnit unit) {
-  return static_cast<std::int16_t>(unit);
-}
-
 constexpr DateWord words[] = {
     {u"enero", month, 1},
     {u"febrero", month, 2},
@@ -86,24 +82,24 @@ constexpr DateWord words[] = {
     {u"horas", clockWord, 0, weak},
     {u"en punto", clockWord},
 
-    {u"segundo", unit, unitOf(DateUnit::second)},
-    {u"segundos", unit, unitOf(DateUnit::second)},
-    {u"minuto", unit, unitOf(DateUnit::minute)},
-    {u"minutos", unit, unitOf(DateUnit::minute)},
-    {u"min", unit, unitOf(DateUnit::minute)},
-    {u"hora", unit, unitOf(DateUnit::hour)},
-    {u"horas", unit, unitOf(DateUnit::hour)},
-    {u"h", unit, unitOf(DateUnit::hour)},
-    {u"día", unit, unitOf(DateUnit::day)},
-    {u"días", unit, unitOf(DateUnit::day)},
-    {u"dia", unit, unitOf(DateUnit::day)},
-    {u"dias", unit, unitOf(DateUnit::day)},
-    {u"semana", unit, unitOf(DateUnit::week)},
-    {u"semanas", unit, unitOf(DateUnit::week)},
-    {u"mes", unit, unitOf(DateUnit::month)},
-    {u"meses", unit, unitOf(DateUnit::month)},
-    {u"año", unit, unitOf(DateUnit::year)},
-    {u"años", unit, unitOf(DateUnit::year)},
+    {u"segundo", unit, dateUnit(DateUnit::second)},
+    {u"segundos", unit, dateUnit(DateUnit::second)},
+    {u"minuto", unit, dateUnit(DateUnit::minute)},
+    {u"minutos", unit, dateUnit(DateUnit::minute)},
+    {u"min", unit, dateUnit(DateUnit::minute)},
+    {u"hora", unit, dateUnit(DateUnit::hour)},
+    {u"horas", unit, dateUnit(DateUnit::hour)},
+    {u"h", unit, dateUnit(DateUnit::hour)},
+    {u"día", unit, dateUnit(DateUnit::day)},
+    {u"días", unit, dateUnit(DateUnit::day)},
+    {u"dia", unit, dateUnit(DateUnit::day)},
+    {u"dias", unit, dateUnit(DateUnit::day)},
+    {u"semana", unit, dateUnit(DateUnit::week)},
+    {u"semanas", unit, dateUnit(DateUnit::week)},
+    {u"mes", unit, dateUnit(DateUnit::month)},
+    {u"meses", unit, dateUnit(DateUnit::month)},
+    {u"año", unit, dateUnit(DateUnit::year)},
+    {u"años", unit, dateUnit(DateUnit::year)},
     {u"fin de semana", weekend},
 
     {u"un", number, 1, weak},

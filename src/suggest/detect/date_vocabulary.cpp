@@ -26,7 +26,7 @@ const Vocabulary& Vocabulary::instance() {
   return vocabulary;
 }
 
-Vocabulary::Vocabulary() : slots_(slotCount, -1) {
+Vocabulary::Vocabulary() : slots_(slotCount) {
   const auto languages = dateLanguages();
   for (std::size_t language = 0; language < languages.size(); ++language) {
     for (const DateWord& word : languages[language]->words) {
@@ -38,6 +38,7 @@ Vocabulary::Vocabulary() : slots_(slotCount, -1) {
       const std::uint64_t bit = roleMask(word.role);
       if (entry.roles[language] & bit) continue;
       entry.roles[language] |= bit;
+      entry.allRoles |= bit;
       entry.languages |= 1U << language;
       entry.meanings[language].push_back({word.role, word.value, word.trust});
     }
@@ -45,18 +46,22 @@ Vocabulary::Vocabulary() : slots_(slotCount, -1) {
 }
 
 VocabularyEntry& Vocabulary::entryFor(std::u16string_view text) {
-  std::size_t slot = hashOf(text) % slotCount;
-  for (; slots_[slot] >= 0; slot = (slot + 1) % slotCount) {
-    VocabularyEntry& entry = entries_[static_cast<std::size_t>(slots_[slot])];
-    if (entry.text == text) return entry;
+  const std::uint32_t hash = hashOf(text);
+  std::size_t slot = hash % slotCount;
+  for (; slots_[slot].entry >= 0; slot = (slot + 1) % slotCount) {
+    VocabularyEntry& entry = entries_[static_cast<std::size_t>(slots_[slot].entry)];
+    if (slots_[slot].hash == hash && entry.text == text) return entry;
   }
-  slots_[slot] = static_cast<std::int32_t>(entries_.size());
-  return entries_.emplace_back(VocabularyEntry{std::u16string(text), false, {}, {}, 0});
+  slots_[slot] = {hash, static_cast<std::int32_t>(entries_.size())};
+  VocabularyEntry& entry = entries_.emplace_back();
+  entry.text = text;
+  return entry;
 }
 
 const VocabularyEntry* Vocabulary::find(std::uint32_t hash, const char16_t* text, qsizetype length) const {
-  for (std::size_t slot = hash % slotCount; slots_[slot] >= 0; slot = (slot + 1) % slotCount) {
-    const VocabularyEntry& entry = entries_[static_cast<std::size_t>(slots_[slot])];
+  for (std::size_t slot = hash % slotCount; slots_[slot].entry >= 0; slot = (slot + 1) % slotCount) {
+    if (slots_[slot].hash != hash) continue;
+    const VocabularyEntry& entry = entries_[static_cast<std::size_t>(slots_[slot].entry)];
     if (entry.text == std::u16string_view(text, static_cast<std::size_t>(length))) return &entry;
   }
   return nullptr;

@@ -26,6 +26,7 @@ struct VocabularyEntry {
 
   std::u16string text;
   bool beginsPhrase = false;                             ///< a longer phrase starts with these words
+  std::uint64_t allRoles = 0;                            ///< in any language
   std::array<std::uint64_t, dateLanguageCount> roles{};  ///< one bit for each DateRole
   std::array<std::vector<Meaning>, dateLanguageCount> meanings;
   unsigned languages = 0;  ///< bit n: language n knows it
@@ -70,7 +71,11 @@ class Vocabulary {
   VocabularyEntry& entryFor(std::u16string_view text);
 
   std::vector<VocabularyEntry> entries_;
-  std::vector<std::int32_t> slots_;  ///< open addressing: index into entries_, or -1
+  struct Slot {
+    std::uint32_t hash = 0;
+    std::int32_t entry = -1;
+  };
+  std::vector<Slot> slots_;  ///< open addressing
 };
 
 }  // namespace lumeno::detect

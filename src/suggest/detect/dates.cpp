@@ -2,6 +2,8 @@
 // if it stands by itself in the text and means a real moment. Digits glued into a longer chain (a version, a
 // phone number, an address) that is no date as a whole are passed over as a whole.
 
+#include <string_view>
+
 #include "suggest/detect/date_calendar.h"
 #include "suggest/detect/date_grammar.h"
 #include "suggest/detect/date_tokens.h"
@@ -28,8 +30,8 @@ char32_t characterBefore(QStringView text, qsizetype i) {
   return pair ? QChar::surrogateToUcs4(text[i - 2], text[i - 1]) : text[i - 1].unicode();
 }
 
-bool isOneOf(char32_t c, QStringView set) {
-  return c < 0x10000 && set.contains(QChar(static_cast<char16_t>(c)));
+bool isOneOf(char32_t c, std::u16string_view set) {
+  return c < 0x10000 && set.find(static_cast<char16_t>(c)) != set.npos;
 }
 
 class DateFinder {
@@ -109,7 +111,8 @@ class DateFinder {
     const char32_t c = characterBefore(text, token.start);
     const bool wordBefore = token.start > 1 && isWordLike(characterBefore(text, token.start - 1));
     if (c == u'\'' || c == u'\u2019') return token.kind != Kind::number || !wordBefore;
-    if (isWordLike(c) || isOneOf(c, u"@#/\\$\u20AC\u00A3%&~^*")) return false;
+    if (c == u'@') return token.kind == Kind::number && !wordBefore;
+    if (isWordLike(c) || isOneOf(c, u"#/\\$\u20AC\u00A3%&^*")) return false;
     if (c == u':') return token.kind == Kind::word;
     if (c == u'.') return !wordBefore && token.kind == Kind::word;
     if (c == u'-' || c == u'+' || c == u'\u2013') return token.kind != Kind::number && c != u'+';

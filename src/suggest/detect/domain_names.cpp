@@ -24,7 +24,7 @@ constexpr qsizetype longestLabel = 63;
 const WordSet& fileEndings() {
   static const WordSet set{
       u"rs md sh py pl so zip mov cc ps pm mk tf la mm ml cab inc pub mo bz vi gd ad hm ax dot tm gz java "
-      u"cfd lc cat diz"_s};
+      u"cfd lc cat diz am ac man docs map"_s};
   return set;
 }
 
@@ -40,21 +40,22 @@ const WordSet& templateStems() {
 const WordSet& innerFileEndings() {
   static const WordSet set{
       u"h hpp c cpp cc txt conf cfg cmake js ts json xml html yml yaml tar min test spec d pc desktop "
-      u"service sh py tmpl tpl template"_s};
+      u"service sh py tmpl tpl template pre install preinst postinst prerm postrm el map rules global "
+      u"docs java pro info"_s};
   return set;
 }
 
 /// Country codes that are everyday words, and so names of members.
 const WordSet& wordLikeCountries() {
-  static const WordSet set{
-      u"id is to in it at do my no be as so by me us am pm"_s};
+  static const WordSet set{u"id is to in it at do my no be as so by me us am pm al im lt gt ge ne"_s};
   return set;
 }
 
 /// What a member is reached through in code.
 const WordSet& receivers() {
   static const WordSet set{
-      u"self this that super cls e ev evt event err error ex exc exception obj object item items entry "
+      u"operator self this that super cls e ev evt event err error ex exc exception obj object item items "
+      u"entry "
       u"entity elem element el node nodes parent child children root leaf user users person customer "
       u"account admin member client server request req response res resp reply ctx context session cookie "
       u"window document doc console screen navigator location history os sys np pd plt tf torch nn std fs "
@@ -80,14 +81,12 @@ const WordSet& receivers() {
 
 /// Products whose name merely looks like a domain.
 const WordSet& dotNetProducts() {
-  static const WordSet set{
-      u"asp ado vb ml json paint system ef c f"_s};
+  static const WordSet set{u"asp ado vb ml json paint system ef c f"_s};
   return set;
 }
 
 const WordSet& commonEndings() {
-  static const WordSet set{
-      u"com org net edu gov mil int"_s};
+  static const WordSet set{u"com org net edu gov mil int"_s};
   return set;
 }
 
@@ -155,8 +154,7 @@ bool hasWellFormedLabels(QStringView name) {
 
 /// org.example.tools.io: a package, written from the top-level domain down.
 bool isReversedDomain(const Labels& labels) {
-  static const WordSet packageRoots{
-      u"com org net edu gov io java javax kotlin scala android androidx"_s};
+  static const WordSet packageRoots{u"com org net edu gov io java javax kotlin scala android androidx"_s};
   return labels.count >= 3 && packageRoots.contains(labels.first) && !commonEndings().contains(labels.top);
 }
 
@@ -182,6 +180,18 @@ bool isFile(const Labels& labels, const DomainCandidate& candidate) {
   return labels.count == 2 && labels.top == u"app" && isAsciiUpper(labels.second[0].unicode());
 }
 
+/// Top-level domains without a country under which ordinary sites are: others are words first (open, style,
+/// build).
+const WordSet& popularEndings() {
+  static const WordSet set{
+      u"com org net edu gov mil int info biz name pro mobi museum aero coop jobs travel tel asia xyz online "
+      u"site store shop tech cloud blog wiki app dev club live news agency design studio space world zone "
+      u"today software systems solutions services network media academy church digital games social "
+      u"community chat berlin hamburg koeln cologne bayern ruhr wien swiss paris london nyc tokyo amsterdam "
+      u"brussels google microsoft apple amazon youtube vlaanderen gal eus scot wales cymru bzh"_s};
+  return set;
+}
+
 bool isCode(const Labels& labels, const DomainCandidate& candidate) {
   const QStringView text = candidate.text;
   const bool memberLike = isMemberLike(labels.top);
@@ -194,9 +204,14 @@ bool isCode(const Labels& labels, const DomainCandidate& candidate) {
   qsizetype i = candidate.end;
   while (i < candidate.end + 2 && isBlank(unitAt(text, i))) ++i;
   if (unitAt(text, i) == u'=' && i > candidate.end) return true;
+  const bool unusual = labels.top.size() > 2 && isAscii(labels.top) && !labels.top.startsWith("xn--"_L1) &&
+                       !popularEndings().contains(labels.top);
+  if (unusual) return true;
   if (candidate.hasPath) return false;
   if (labels.top == u"name" || labels.top == u"id") return !hasRegistrySuffix(labels, candidate.name());
   if (isReversedDomain(labels)) return true;
+  static const WordSet selves{u"self this cls super"_s};
+  if (selves.contains(labels.first)) return true;
   if (!memberLike) return false;
   return receivers().contains(labels.first) || isCamelCase(labels.second) || isNumber(labels.second) ||
          candidate.name().contains(u'_');
@@ -205,11 +220,10 @@ bool isCode(const Labels& labels, const DomainCandidate& candidate) {
 bool isAbbreviationOrTypingSlip(const Labels& labels) {
   // "see fig.in the text", "approx.to"
   static const WordSet abbreviations{
-      u"fig eq vs approx resp incl est vol dept etc no dr mr mrs ms st abb bzw ca usw vgl"_s};
+      u"et fig eq vs approx resp incl est vol dept etc no dr mr mrs ms st abb bzw ca usw vgl"_s};
   if (labels.count == 2 && abbreviations.contains(labels.second) && isMemberLike(labels.top)) return true;
   if (labels.second.size() == 1 && labels.count == 2) {
-    static const WordSet shortHostEndings{
-      u"com org net co me cc gg"_s};
+    static const WordSet shortHostEndings{u"com org net co me cc gg"_s};
     if (!shortHostEndings.contains(labels.top)) return true;
   }
   const bool common = commonEndings().contains(labels.top);
@@ -218,6 +232,8 @@ bool isAbbreviationOrTypingSlip(const Labels& labels) {
   if (hasUpper(labels.top) && !hasLower(labels.top)) {
     if (hasLower(labels.second) && labels.top != u"COM") return true;
     if (labels.count == 2 && labels.top == u"NET" && dotNetProducts().contains(labels.second)) return true;
+    // COPYING.DJ
+    if (labels.count == 2 && labels.top.size() == 2) return true;
     // U.S, D.C. and other rows of initials
     if (labels.second.size() == 1 && labels.first.size() == 1) return true;
   }

@@ -3,10 +3,10 @@
 // answer, for it takes short foreign texts for English, and terse English for some rare language, more often
 // than one would wish.
 
-// The detector's header uses names from these without including them.
+// The detector's header needs these two before it and does not include them.
 #include <cld2/public/encodings.h>
 #include <cstdio>
-// (in this order)
+//
 #include <cld2/public/compact_lang_det.h>
 #include <unicode/uscript.h>
 

@@ -12,6 +12,7 @@
 #include "suggest/detect/step_counter.h"
 #include "suggest/detect/token_scan.h"
 #include "suggest/detect/url_extent.h"
+#include "suggest/detect/url_host.h"
 #include "suggest/detect/word_set.h"
 
 namespace lumeno::detect {
@@ -45,14 +46,6 @@ const WordSet& applicationSchemes() {
   return set;
 }
 
-bool isHostUnit(char16_t c) {
-  return isAsciiLetter(c) || isAsciiDigit(c) || c == u'.' || c == u'-' || c == u'_';
-}
-
-bool isLocalPartUnit(char16_t c) {
-  return isHostUnit(c) || c == u'+' || c == u'%' || c == u'\'' || c == u'&' || c == u'~';
-}
-
 class LinkScanner {
  public:
   explicit LinkScanner(QStringView text) : text_(text) {}
@@ -60,7 +53,7 @@ class LinkScanner {
   std::vector<LinkMatch> run() {
     qsizetype i = 0;
     while (i < text_.size() && (webLinks_ < mostOfAKind || mailLinks_ < mostOfAKind)) {
-      const qsizetype runEnd = endOfHostRun(i);
+      const qsizetype runEnd = hostRunEnd(text_, i);
       i = runEnd > i ? afterRun(i, runEnd) : afterOther(i);
     }
     countSteps(static_cast<std::uint64_t>(i));
@@ -68,32 +61,6 @@ class LinkScanner {
   }
 
  private:
-  /// The end of the run of host characters at `i`. Scripts without blanks are cut off from Latin words beside
-  /// them.
-  [[nodiscard]] qsizetype endOfHostRun(qsizetype i) const {
-    bool latin = false;
-    bool unspaced = false;
-    while (i < text_.size()) {
-      const char16_t c = text_[i].unicode();
-      if (c < 0x80) {
-        if (!isHostUnit(c)) break;
-        const bool alphanumeric = c != u'.' && c != u'-' && c != u'_';
-        if (alphanumeric && unspaced) break;
-        latin = alphanumeric;
-        unspaced = false;
-        ++i;
-        continue;
-      }
-      const char32_t codePoint = codePointAt(text_, i);
-      if (!isWordCharacter(codePoint)) break;
-      unspaced = isUnspacedScript(codePoint);
-      if (unspaced && latin) break;
-      latin = false;
-      i += unitCount(codePoint);
-    }
-    return i;
-  }
-
   /// Where to go on after the run [start, end).
   qsizetype afterRun(qsizetype start, qsizetype end) {
     const char16_t next = unitAt(text_, end);
@@ -126,9 +93,9 @@ class LinkScanner {
       if (end > body) add(start, end, {});
       return std::max(end, body);
     }
-    const qsizetype hostEnd = authorityEnd(body);
+    const qsizetype hostEnd = authorityEnd(text_, body);
     if (hostEnd <= body) return body;
-    const qsizetype end = tailAfterHost(hostEnd, opening);
+    const qsizetype end = urlEndAfterHost(text_, hostEnd, opening);
     add(start, end, {});
     return end;
   }
@@ -137,63 +104,6 @@ class LinkScanner {
   qsizetype afterUnknownScheme(qsizetype i) const {
     while (i < text_.size() && !isSpace(text_[i].unicode()) && text_[i] != u'"' && text_[i] != u'<') ++i;
     return i;
-  }
-
-  /// The end of [userinfo@]host[:port] at `start`, or `start` when there is no host.
-  [[nodiscard]] qsizetype authorityEnd(qsizetype start) const {
-    constexpr qsizetype longestUserInfo = 256;
-    qsizetype host = start;
-    for (qsizetype i = start; i < text_.size() && i - start < longestUserInfo; ++i) {
-      const char16_t c = text_[i].unicode();
-      if (c == u'@') {
-        host = i + 1;
-        break;
-      }
-      if (!isLocalPartUnit(c) && c != u':' && c != u'!' && c != u'$' && c != u'*' && c != u'=') break;
-    }
-    if (unitAt(text_, host) == u'[') return bracketedAddressEnd(host);
-    qsizetype end = endOfHostRun(host);
-    while (end > host && !isWordCharacter(codePointBefore(text_, end))) --end;
-    const QStringView name = text_.sliced(host, end - host);
-    if (name.isEmpty() || name.size() > 253 || !isAcceptableHost(name)) return start;
-    // A final dot that a path follows is the root of the name space.
-    if (unitAt(text_, end) == u'.' && unitAt(text_, end + 1) == u'/') ++end;
-    return end;
-  }
-
-  [[nodiscard]] qsizetype bracketedAddressEnd(qsizetype open) const {
-    qsizetype i = open + 1;
-    const auto isAddressUnit = [](char16_t c) {
-      return isAsciiDigit(c) || (asciiLower(c) >= u'a' && asciiLower(c) <= u'f') || c == u':' || c == u'.';
-    };
-    while (i < text_.size() && i - open < 48 && isAddressUnit(text_[i].unicode())) ++i;
-    return unitAt(text_, i) == u']' && i - open > 2 ? i + 1 : open;
-  }
-
-  /// Any name may follow a scheme, but rows of numbers only as an IPv4 address.
-  static bool isAcceptableHost(QStringView name) {
-    const bool numeric =
-        std::all_of(name.begin(), name.end(), [](QChar c) { return isAsciiDigit(c.unicode()) || c == u'.'; });
-    if (!numeric) return !name.startsWith(u'.') && !name.contains(".."_L1);
-    int parts = 0;
-    for (const QStringView part : name.tokenize(u'.')) {
-      if (part.isEmpty() || part.size() > 3 || part.toInt() > 255) return false;
-      ++parts;
-    }
-    return parts == 4;
-  }
-
-  /// The end of [:port][path][?query][#fragment] behind a host.
-  [[nodiscard]] qsizetype tailAfterHost(qsizetype hostEnd, char16_t opening) const {
-    qsizetype i = hostEnd;
-    if (unitAt(text_, i) == u':') {
-      qsizetype digits = i + 1;
-      while (digits - i <= 5 && isAsciiDigit(unitAt(text_, digits))) ++digits;
-      if (digits > i + 1 && !isWordCharacter(codePointAt(text_, digits))) i = digits;
-    }
-    const char16_t c = unitAt(text_, i);
-    if (c != u'/' && c != u'?' && c != u'#') return i;
-    return urlTailEnd(text_, i, opening);
   }
 
   /// mailto:, magnet: and the like at the run that ends at `colon`; 0 when there is none.
@@ -247,7 +157,7 @@ class LinkScanner {
   }
 
   qsizetype mailDomainEnd(qsizetype start) {
-    const qsizetype end = validNameEnd(start, trimmedNameEnd(start, endOfHostRun(start)));
+    const qsizetype end = validNameEnd(start, trimmedNameEnd(start, hostRunEnd(text_, start)));
     return end > 0 && isRegistrable(text_.sliced(start, end - start)) ? end : 0;
   }
 
@@ -287,7 +197,7 @@ class LinkScanner {
     while (start < at && !isWordCharacter(codePointAt(text_, start)) && text_[start] != u'_') ++start;
     if (start == at || at - start > longestLocalPart || text_[at - 1] == u'.') return at;
     const qsizetype domain = at + 1;
-    const qsizetype runEnd = std::max(endOfHostRun(domain), domain);
+    const qsizetype runEnd = std::max(hostRunEnd(text_, domain), domain);
     if (mailLinks_ >= mostOfAKind) return runEnd;
     const qsizetype end = mailDomainEnd(domain);
     if (end == 0 || isRemoteTarget(end) || isScaleSuffix(domain) || followsRemoteCommand(start))
@@ -343,7 +253,7 @@ class LinkScanner {
     if (localHost) return localhost(nameStart, trimmedEnd, opening);
     const qsizetype nameEnd = validNameEnd(nameStart, trimmedEnd);
     if (nameEnd == 0) return runEnd;
-    const qsizetype end = tailAfterHost(nameEnd, opening);
+    const qsizetype end = urlEndAfterHost(text_, nameEnd, opening);
     if (unitAt(text_, end) == u'@') return runEnd;
     const DomainCandidate candidate{
         text_, nameStart, nameEnd,
@@ -355,7 +265,7 @@ class LinkScanner {
   }
 
   qsizetype localhost(qsizetype start, qsizetype end, char16_t opening) {
-    const qsizetype tailEnd = tailAfterHost(end, opening);
+    const qsizetype tailEnd = urlEndAfterHost(text_, end, opening);
     if (!isAsciiDigit(unitAt(text_, end + 1)) || tailEnd == end) return end;
     add(start, tailEnd, u"http://"_s);
     return tailEnd;

@@ -48,10 +48,10 @@ const WordSet& otherWords() {
 
 const WordSet& unitsAfter() {
   static const WordSet set{
-      u"usd eur gbp chf sek nok dkk pln jpy cny rub inr brl aud cad dollars euro euros pounds kr zł km m "
-      u"cm mm mi miles kg g mg lb lbs oz t tons b kb mb gb tb kib mib gib bytes byte bits bit ms s sec "
-      u"seconds secs minutes min hours hrs days people users rows records items times views lines tokens "
-      u"percent pixels px hz khz mhz ghz"_s};
+      u"usd eur gbp chf sek nok dkk pln jpy cny rub inr brl aud cad dollars euro euros pounds kr zł km cm "
+      u"mm mi miles kg mg lb lbs oz tons kb mb gb tb kib mib gib bytes byte bits bit ms sec seconds secs "
+      u"minutes min hours hrs days people users rows records items times views lines tokens percent "
+      u"pixels px hz khz mhz ghz"_s};
   return set;
 }
 
@@ -77,6 +77,8 @@ NumberCue cueBefore(QStringView text, qsizetype start) {
   qsizetype i = start;
   const qsizetype limit = std::max<qsizetype>(0, start - cueReach);
   int words = 0;
+  // "my number is …" hints at a phone, unless it is an order number.
+  NumberCue cue = NumberCue::none;
   while (i > limit && words < 5) {
     const char16_t c = text[i - 1].unicode();
     if (c == u'#' || c == 0x2116) return NumberCue::other;
@@ -92,10 +94,14 @@ NumberCue cueBefore(QStringView text, qsizetype start) {
     }
     if (phoneWords().contains(word)) return NumberCue::phone;
     if (otherWords().contains(word)) return NumberCue::other;
+    if (word.compare("number"_L1, Qt::CaseInsensitive) == 0 ||
+        word.compare("nummer"_L1, Qt::CaseInsensitive) == 0) {
+      cue = NumberCue::phone;
+    }
     ++words;
     i -= word.size();
   }
-  return NumberCue::none;
+  return cue;
 }
 
 bool isGluedBefore(QStringView text, qsizetype start) {

@@ -1,6 +1,7 @@
 #include "suggest/detect/phone_groups.h"
 
 #include <algorithm>
+#include <array>
 
 #include "suggest/detect/step_counter.h"
 #include "suggest/detect/token_scan.h"
@@ -23,6 +24,7 @@ bool isCloseBracket(char16_t c) {
 
 /// At most this much punctuation stands between two groups of one number (") - ").
 constexpr qsizetype longestGap = 4;
+constexpr size_t mostGroupsOfStretch = 1024;
 
 /// Reads the punctuation at `i`; returns where it ends and says what kind it is. A gap that is too long or no
 /// phone punctuation ends the stretch (the returned end is `i`).
@@ -46,6 +48,10 @@ Gap readGap(QStringView text, qsizetype i) {
       if (++blanks > 2) return {i, 0, false, false, false};
       if (gap.separator == 0) gap.separator = u' ';
     } else if (isDash(c)) {
+      // "12:00 -0800" is an offset of a time zone, no gap within a number.
+      if (at > i && isBlank(unitAt(text, at - 1)) && isPhoneDigit(unitAt(text, at + 1))) {
+        return {i, 0, false, false, false};
+      }
       gap.separator = u'-';
     } else if (c == u'.' || c == u'/' || c == 0xFF0E || c == 0xFF0F) {
       gap.separator = c == u'/' || c == 0xFF0F ? u'/' : u'.';
@@ -145,6 +151,25 @@ bool isBookNumber(QStringView text, GroupSpan span) {
   return span.count() == 4 && span.first->size() == 1 && span.last->size() == 1 && digits == 10;
 }
 
+/// 2016-2021, 2016 2017
+bool isYears(QStringView text, GroupSpan span) {
+  if (span.count() < 2 || span.first->afterPlus) return false;
+  return std::all_of(span.first, span.first + 2,
+                     [&](const DigitGroup& g) { return g.size() == 4 && isYear(valueOf(text, g)); });
+}
+
+/// MA 02110-1301
+bool isZipCode(QStringView text, GroupSpan span) {
+  if (span.count() < 2 || span.first[0].size() != 5 || span.first[1].size() != 4 ||
+      span.first[1].separator != u'-') {
+    return false;
+  }
+  qsizetype i = span.first->start;
+  while (i > 0 && span.first->start - i < 8 && isSpace(text[i - 1].unicode())) --i;
+  return isAsciiUpper(unitAt(text, i - 1)) && isAsciiUpper(unitAt(text, i - 2)) &&
+         !isWordCharacter(codePointBefore(text, i - 2));
+}
+
 /// 1 2 3 4 5
 bool isCount(GroupSpan span) {
   const auto single = [](const DigitGroup& group) { return group.size() == 1; };
@@ -184,10 +209,23 @@ void readDigitStretch(QStringView text, qsizetype start, DigitStretch& stretch) 
     group.opensWord = stretch.groups.empty() || gap.blank || gap.plus || opened;
     stretch.groups.push_back(group);
     i = group.end;
+    // A long table is read piece by piece, so that the caller may stop early.
+    if (stretch.groups.size() >= mostGroupsOfStretch) break;
     gap = readGap(text, i);
   }
   stretch.end = std::max(i, start + 1);
   countSteps(static_cast<std::uint64_t>(stretch.end - start));
+}
+
+bool isGroupedAsInNorthAmerica(QStringView text, GroupSpan span) {
+  const bool trunk =
+      span.count() > 1 && span.first->size() == 1 && phoneDigitValue(text[span.first->start].unicode()) == 1;
+  qsizetype digits = 0;
+  for (const DigitGroup* group = span.first + (trunk ? 1 : 0); group <= span.last; ++group) {
+    digits += group->size();
+    if (digits != 3 && digits != 6 && digits != 10 && !(span.count() == 1 && digits == 11)) return false;
+  }
+  return digits >= 10;
 }
 
 bool isDateInDigits(QStringView text, const DigitGroup& group) {
@@ -200,9 +238,16 @@ bool isDateInDigits(QStringView text, const DigitGroup& group) {
   return isYear(part(0, 4)) && month >= 1 && month <= 12 && day >= 1 && day <= 31;
 }
 
+bool isStockNumber(QStringView digits) {
+  static constexpr std::array<QStringView, 6> numbers{u"2147483647", u"2147483648", u"4294967295",
+                                                      u"4294967296", u"0123456789", u"1234567890"};
+  return std::find(numbers.begin(), numbers.end(), digits) != numbers.end();
+}
+
 bool isOtherNumberShape(QStringView text, GroupSpan span) {
   return isDate(text, span) || isAddressOfHost(text, span) || isDecimalOrGrouped(text, span) ||
-         isCard(span) || isBookNumber(text, span) || isCount(span);
+         isCard(span) || isBookNumber(text, span) || isCount(span) || isYears(text, span) ||
+         isZipCode(text, span);
 }
 
 }  // namespace lumeno::detect

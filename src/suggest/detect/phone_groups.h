@@ -10,8 +10,7 @@ namespace lumeno::detect {
 struct DigitGroup {
   qsizetype start = 0;
   qsizetype end = 0;
-  char16_t separator =
-      0;  ///< the unit before it that separates it from the group before: ' ', '-', '.', '/' or 0
+  char16_t separator = 0;  ///< what separates it from the group before: ' ', '-', '.', '/' or 0
   bool opensWord = false;  ///< a blank, bracket, plus sign or the start of the stretch stands before it
   bool bracketed = false;  ///< written in round brackets: "(030)"
   bool afterPlus = false;  ///< "+" (or "(+") stands directly before it
@@ -20,7 +19,7 @@ struct DigitGroup {
 };
 
 /// The digit groups of the stretch of digits and phone punctuation that begins at `start` (a digit, "+" or
-/// "("), and where the stretch ends. Linear in the stretch.
+/// "("), and where the stretch ends (a very long one is cut). Linear in the stretch.
 struct DigitStretch {
   std::vector<DigitGroup> groups;
   qsizetype end = 0;
@@ -43,7 +42,13 @@ struct GroupSpan {
 /// `text` is what they were read from.
 [[nodiscard]] bool isOtherNumberShape(QStringView text, GroupSpan span);
 
+/// [1] 3-3-4, or as one row of ten digits or in two.
+[[nodiscard]] bool isGroupedAsInNorthAmerica(QStringView text, GroupSpan span);
+
 /// 20260501
 [[nodiscard]] bool isDateInDigits(QStringView text, const DigitGroup& group);
+
+/// The limits of 32 bits and the row of all digits, which stand in every other program and log.
+[[nodiscard]] bool isStockNumber(QStringView digits);
 
 }  // namespace lumeno::detect

@@ -104,7 +104,9 @@ class PhoneScanner {
       }
       readDigitStretch(text_, i, stretch);
       if (!stretch.groups.empty()) readNumbers(stretch.groups);
-      i = stretch.end;
+      // The digits of an extension begin no number of their own.
+      const qsizetype lastEnd = matches_.empty() ? 0 : matches_.back().start + matches_.back().length;
+      i = std::max(stretch.end, lastEnd);
     }
     countSteps(static_cast<std::uint64_t>(i));
     return std::move(matches_);
@@ -141,7 +143,8 @@ class PhoneScanner {
     if (cue == NumberCue::other) return last + 1;
     // The longest row of groups that is valid; else the longest that is possible where that is enough.
     const DigitGroup* possible = nullptr;
-    for (const DigitGroup* candidate = last; candidate >= first && digits >= fewestDigits; --candidate) {
+    for (qsizetype count = widest.count(); digits >= fewestDigits; --count) {
+      const DigitGroup* const candidate = first + count - 1;
       if (!judge_.exhausted() && mayEnd(candidate, end) && !isOtherNumberShape(text_, {first, candidate})) {
         const Verdict verdict = judge({first, candidate}, digits, cue);
         if (verdict == Verdict::valid) return accept(first, candidate);
@@ -170,8 +173,12 @@ class PhoneScanner {
   [[nodiscard]] qsizetype startOf(const DigitGroup& group) const {
     qsizetype start = group.start;
     if (group.afterPlus) --start;
+    // "(030) 901820", "(0 30) 901820"
     const char16_t before = unitAt(text_, start - 1);
-    if (group.bracketed && (before == u'(' || before == 0xFF08)) --start;
+    if (before == u'(' || before == 0xFF08) {
+      const QStringView inside = text_.sliced(start).first(std::min<qsizetype>(text_.size() - start, 8));
+      if (inside.contains(u')') || inside.contains(QChar(0xFF09))) --start;
+    }
     return start;
   }
 
@@ -197,10 +204,38 @@ class PhoneScanner {
     const std::string& prefix = judge_.nationalPrefix();
     const bool zero = unitAt(text_, span.first->start) == u'0' || unitAt(text_, span.first->start) == 0xFF10;
     if (prefix == "0" && !zero) return false;
-    if (span.count() > 1) return true;
-    if (isInNumberList(text_, span.first->start) || isDateInDigits(text_, *span.first)) return false;
+    if (prefix == "1" && !isGroupedAsInNorthAmerica(text_, span)) return false;
+    if (prefix.empty() && !zero && span.count() > 1 && !isGroupedLikeNumber(span)) return false;
+    if (span.count() > 1) return !mixesSeparators(span) && !containsDate(span);
+    if (isInNumberList(text_, span.first->start) || isDateInDigits(text_, *span.first) ||
+        isStockNumber(number)) {
+      return false;
+    }
     if (number.size() == text_.size()) return true;
     return prefix == "0" ? number.size() >= 9 : prefix == "1" && number.size() == 10;
+  }
+
+  /// Where numbers have neither prefix nor area code, two numbers side by side look like one: "5764 6606" may
+  /// be two entries of a table. Three groups, or a code of three digits and the rest (347 1234567), are
+  /// telling enough.
+  static bool isGroupedLikeNumber(GroupSpan span) {
+    if (span.first->size() == 1) return false;
+    return span.count() >= 3 || (span.first->size() == 3 && span.last->size() >= 6);
+  }
+
+  /// "252.227-7013" is a clause of a contract.
+  static bool mixesSeparators(GroupSpan span) {
+    const auto has = [&](char16_t separator) {
+      return std::any_of(span.first + 1, span.last + 1,
+                         [=](const DigitGroup& g) { return g.separator == separator; });
+    };
+    return has(u'.') && has(u'-');
+  }
+
+  /// "12-20220428-1" is a version.
+  bool containsDate(GroupSpan span) const {
+    return std::any_of(span.first, span.last + 1,
+                       [this](const DigitGroup& g) { return isDateInDigits(text_, g); });
   }
 
   const DigitGroup* accept(const DigitGroup* first, const DigitGroup* last) {

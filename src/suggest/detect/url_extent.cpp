@@ -70,8 +70,7 @@ bool endsUrl(QStringView text, qsizetype i, char16_t opening) {
   }
 }
 
-}  // namespace
-
+/// `end` moved back over punctuation that ends a sentence or an emphasis, but not before `start`.
 qsizetype withoutTrailingPunctuation(QStringView text, qsizetype start, qsizetype end, char16_t opening) {
   constexpr QStringView punctuation = u".,;:!?'*|([{\u2013";
   while (end > start) {
@@ -82,6 +81,8 @@ qsizetype withoutTrailingPunctuation(QStringView text, qsizetype start, qsizetyp
   }
   return end;
 }
+
+}  // namespace
 
 qsizetype urlTailEnd(QStringView text, qsizetype start, char16_t opening) {
   std::array<qsizetype, 16> open{};
@@ -110,6 +111,18 @@ qsizetype urlTailEnd(QStringView text, qsizetype start, char16_t opening) {
   // A bracket that is never closed opens a remark of the surrounding text.
   if (depth > 0) i = open[0];
   return withoutTrailingPunctuation(text, start, i, opening);
+}
+
+qsizetype urlEndAfterHost(QStringView text, qsizetype hostEnd, char16_t opening) {
+  qsizetype i = hostEnd;
+  if (unitAt(text, i) == u':') {
+    qsizetype digits = i + 1;
+    while (digits - i <= 5 && isAsciiDigit(unitAt(text, digits))) ++digits;
+    if (digits > i + 1 && !isWordCharacter(codePointAt(text, digits))) i = digits;
+  }
+  const char16_t c = unitAt(text, i);
+  if (c != u'/' && c != u'?' && c != u'#') return i;
+  return urlTailEnd(text, i, opening);
 }
 
 }  // namespace lumeno::detect

@@ -125,8 +125,9 @@ TEST(CanberraSystemSound, NeverWaitsForTheSoundSystem) {
     sound.play(u"Tink"_s);
     sound.play(u"Tink"_s);
     sound.beep();
+    EXPECT_LT(elapsed.elapsed(), 100);
   }
-  EXPECT_LT(elapsed.elapsed(), 200);
+  EXPECT_LT(elapsed.elapsed(), 600);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <QQuickItem>
 #include <QtTest/QTest>
 
+#include "hud/streaming_text.h"
 #include "unit/hud/hud_fixture.h"
 
 using namespace Qt::StringLiterals;
@@ -166,6 +167,33 @@ TEST_F(HudViewTest, EveryViewIsDrawnInBothSchemes) {
   }
 }
 
+TEST_F(HudViewTest, StreamedTextIsFollowedToItsEnd) {
+  QString text;
+  for (int i = 0; i < 30; ++i) text += u"Line %1 of the result\n"_s.arg(i);
+  for (const bool reduceMotion : {true, false}) {
+    appearance.set({.reduceMotion = reduceMotion, .accent = {}});
+    offerFour();
+    generate({});
+    showWindow();
+    QTest::qWait(400);
+    const auto viewport = [this] {
+      const auto* stream = window.rootObject()->findChild<StreamingText*>();
+      return stream ? stream->property("viewportY").toDouble() : -1;
+    };
+    generate(u"One line"_s);
+    scheduler.advance(100);
+    QTest::qWait(300);  // longer than any motion
+    EXPECT_EQ(viewport(), 0);
+    generate(text);
+    scheduler.advance(100);
+    QTest::qWait(300);
+    const auto* stream = window.rootObject()->findChild<StreamingText*>();
+    ASSERT_TRUE(stream);
+    EXPECT_EQ(stream->height(), 240);
+    EXPECT_NEAR(viewport(), stream->contentHeight() - 240, 0.5);
+  }
+}
+
 TEST_F(HudViewTest, KeysDriveTheChips) {
   offerFour();
   showWindow();
@@ -178,6 +206,8 @@ TEST_F(HudViewTest, KeysDriveTheChips) {
   showWindow();
   press(Qt::Key_Up);
   EXPECT_EQ(model.selectedChipIndex.get(), 3);
+  ASSERT_TRUE(window.activeFocusItem());
+  EXPECT_EQ(window.activeFocusItem()->property("title"), u"Explain simply"_s);
   press(Qt::Key_Down);
   press(Qt::Key_Down);
   EXPECT_EQ(model.selectedChipIndex.get(), 1);
