@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QQuickWindow>
 #include <cstdio>
+#include <utility>
 
 #include "core/app/application.h"
 #include "core/app/program_bus.h"
@@ -21,6 +22,23 @@ void detachStandardInput() {
   if (null != STDIN_FILENO) close(null);
 }
 
+/// Sets a variable that the toolkit reads while it starts, unless the user has set it, and takes it away
+/// again before any other program could inherit it.
+class OwnEnvironment {
+ public:
+  OwnEnvironment(const char* name, const char* value) : name_(name) {
+    isOurs_ = *value && qEnvironmentVariableIsEmpty(name);
+    if (isOurs_) qputenv(name, value);
+  }
+  void restore() {
+    if (std::exchange(isOurs_, false)) qunsetenv(name_);
+  }
+
+ private:
+  const char* name_;
+  bool isOurs_ = false;
+};
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -29,16 +47,14 @@ int main(int argc, char** argv) {
   // idle.
   if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-  // The windows are found, read and pressed over accessibility as those of any other program.
-  if (qEnvironmentVariableIsEmpty("QT_LINUX_ACCESSIBILITY_ALWAYS_ON")) {
-    qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
-  }
-  // Windows of ours are X11 windows also where a Wayland session offers both.
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY")) {
-    qputenv("QT_QPA_PLATFORM", "xcb");
-  }
+  // Lumeno's own views are read and pressed over accessibility as those of any other program, and its windows
+  // are X11 windows also where a Wayland session offers both. What we start is none of that.
+  OwnEnvironment accessibility("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
+  OwnEnvironment platform("QT_QPA_PLATFORM", qEnvironmentVariableIsEmpty("DISPLAY") ? "" : "xcb");
 
   QApplication application(argc, argv);
+  accessibility.restore();
+  platform.restore();
   QApplication::setApplicationName(u"lumeno"_s);
   QApplication::setApplicationDisplayName(u"Lumeno"_s);
   QApplication::setDesktopFileName(u"org.lumeno.Lumeno"_s);
