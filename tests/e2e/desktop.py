@@ -321,11 +321,15 @@ class DesktopTest(unittest.TestCase):
         return bool(self.hud_windows())
 
     def wait_for_pill(self, timeout=10):
-        return wait_for("the hint pill", lambda: self.view.find_containing("actions available"), timeout)
+        return self.wait_for_view("the hint pill", lambda: self.view.find_containing("actions available"), timeout)
 
     def wait_for_name(self, name, timeout=10):
+        return self.wait_for_view(f"“{name}” in the HUD", lambda: self.view.find(name), timeout)
+
+    def wait_for_view(self, what, condition, timeout):
+        """As wait_for; a failure leaves a picture and says what there was instead."""
         try:
-            return wait_for(f"“{name}” in the HUD", lambda: self.view.find(name), timeout)
+            return wait_for(what, condition, timeout)
         except AssertionError as error:
             self.screenshot(f"missed-{self.id().split('.')[-1]}")
             raise AssertionError(f"{error}; it shows {self.view.names()}") from None

@@ -59,6 +59,11 @@ class Faults(DesktopTest):
 
     def test_password_is_never_read(self):
         script = os.path.join(os.path.dirname(__file__), "..", "support", "password_window.py")
+        plain = self.start_application(script, "--plain", class_name="password-window")
+        key("ctrl+a")
+        self.wait_for_pill()
+        plain.stop()
+        self.wait_until_hidden()
         self.start_application(script, class_name="password-window")
         key("ctrl+a")
         self.assertTrue(stays_false(self.hud_is_shown, 1.5))

@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QQuickWindow>
 #include <cstdio>
-#include <utility>
 
 #include "core/app/application.h"
 #include "core/app/program_bus.h"
@@ -22,23 +21,6 @@ void detachStandardInput() {
   if (null != STDIN_FILENO) close(null);
 }
 
-/// Sets a variable that the toolkit reads while it starts, unless the user has set it, and takes it away
-/// again before any other program could inherit it.
-class OwnEnvironment {
- public:
-  OwnEnvironment(const char* name, const char* value) : name_(name) {
-    isOurs_ = *value && qEnvironmentVariableIsEmpty(name);
-    if (isOurs_) qputenv(name, value);
-  }
-  void restore() {
-    if (std::exchange(isOurs_, false)) qunsetenv(name_);
-  }
-
- private:
-  const char* name_;
-  bool isOurs_ = false;
-};
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -47,14 +29,18 @@ int main(int argc, char** argv) {
   // idle.
   if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-  // Lumeno's own views are read and pressed over accessibility as those of any other program, and its windows
-  // are X11 windows also where a Wayland session offers both. What we start is none of that.
-  OwnEnvironment accessibility("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
-  OwnEnvironment platform("QT_QPA_PLATFORM", qEnvironmentVariableIsEmpty("DISPLAY") ? "" : "xcb");
+  // Lumeno's own views are read and pressed over accessibility as those of any other program. The toolkit
+  // looks at this when the accessibility service comes, which may be at any time.
+  if (qEnvironmentVariableIsEmpty("QT_LINUX_ACCESSIBILITY_ALWAYS_ON")) {
+    qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
+  }
+  // Our windows are X11 windows also where a Wayland session offers both; those of what we start need not be.
+  const bool choosesPlatform =
+      qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY");
+  if (choosesPlatform) qputenv("QT_QPA_PLATFORM", "xcb");
 
   QApplication application(argc, argv);
-  accessibility.restore();
-  platform.restore();
+  if (choosesPlatform) qunsetenv("QT_QPA_PLATFORM");
   QApplication::setApplicationName(u"lumeno"_s);
   QApplication::setApplicationDisplayName(u"Lumeno"_s);
   QApplication::setDesktopFileName(u"org.lumeno.Lumeno"_s);

@@ -3,7 +3,7 @@
 #include <QFile>
 #include <QStandardPaths>
 
-#include "platform/freedesktop/desktop_entry_file.h"
+#include "platform/desktop_entry/desktop_entry_file.h"
 #include "platform/freedesktop/write_file.h"
 
 namespace lumeno {

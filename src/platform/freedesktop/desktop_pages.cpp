@@ -2,7 +2,7 @@
 
 #include <QStandardPaths>
 
-#include "platform/freedesktop/desktop_entry_file.h"
+#include "platform/desktop_entry/desktop_entry_file.h"
 
 namespace lumeno {
 

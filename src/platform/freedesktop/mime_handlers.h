@@ -3,7 +3,7 @@
 #include <QString>
 #include <optional>
 
-#include "platform/freedesktop/desktop_entry_file.h"
+#include "platform/desktop_entry/desktop_entry_file.h"
 
 namespace lumeno {
 

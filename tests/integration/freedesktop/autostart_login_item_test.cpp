@@ -4,7 +4,7 @@
 
 #include <QProcess>
 
-#include "platform/freedesktop/desktop_entry_file.h"
+#include "platform/desktop_entry/desktop_entry_file.h"
 #include "support/temporary_desktop.h"
 
 namespace lumeno {

@@ -5,7 +5,7 @@
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 
-#include "platform/freedesktop/desktop_entry_file.h"
+#include "platform/desktop_entry/desktop_entry_file.h"
 #include "support/fake_bus_service.h"
 #include "support/temporary_desktop.h"
 #include "support/wait_until.h"

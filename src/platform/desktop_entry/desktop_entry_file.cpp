@@ -1,4 +1,4 @@
-#include "platform/freedesktop/desktop_entry_file.h"
+#include "platform/desktop_entry/desktop_entry_file.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -10,7 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString unescaped(QStringView text) {
+QString unescaped(const QString& text) {
+  if (!text.contains(u'\\')) return text;
   QString result;
   for (qsizetype i = 0; i < text.size(); ++i) {
     if (text[i] != u'\\' || i + 1 == text.size()) {
@@ -91,24 +92,32 @@ std::optional<DesktopEntryFile> DesktopEntryFile::read(const QString& path) {
   DesktopEntryFile entry;
   entry.path_ = path;
   bool inMainGroup = false;
-  bool found = false;
   while (!file.atEnd()) {
     const QString line = QString::fromUtf8(file.readLine()).trimmed();
     if (line.startsWith(u'[')) {
+      // What follows the main group are mostly the actions, in all languages.
+      if (inMainGroup) break;
       inMainGroup = line == "[Desktop Entry]"_L1;
-      found |= inMainGroup;
       continue;
     }
     const qsizetype equals = line.indexOf(u'=');
     if (!inMainGroup || line.startsWith(u'#') || equals <= 0) continue;
     entry.values_.insert(line.first(equals).trimmed(), line.sliced(equals + 1).trimmed());
   }
-  if (!found) return std::nullopt;
+  if (!inMainGroup) return std::nullopt;
   return entry;
 }
 
 QString DesktopEntryFile::value(const QString& key) const {
   return unescaped(values_.value(key));
+}
+
+QString DesktopEntryFile::localizedValue(const QString& key, const QString& localeName) const {
+  for (const QString& locale : {localeName, localeName.section(u'_', 0, 0)}) {
+    const auto found = values_.constFind(key + u'[' + locale + u']');
+    if (found != values_.cend()) return unescaped(*found);
+  }
+  return value(key);
 }
 
 QStringList DesktopEntryFile::list(const QString& key) const {

@@ -7,7 +7,7 @@
 
 namespace lumeno {
 
-/// The main group of a desktop entry file.
+/// The main group of a desktop entry file. A value: read once, on any thread.
 class DesktopEntryFile {
  public:
   /// Absent when the file cannot be read or has no such group.
@@ -15,6 +15,8 @@ class DesktopEntryFile {
 
   /// The value of a key with escapes resolved; empty when absent.
   [[nodiscard]] QString value(const QString& key) const;
+  /// The value for a locale ("de_DE"), else for its language alone, else without either.
+  [[nodiscard]] QString localizedValue(const QString& key, const QString& localeName) const;
   [[nodiscard]] QStringList list(const QString& key) const;
   [[nodiscard]] bool isTrue(const QString& key) const { return value(key) == QLatin1StringView("true"); }
   /// Not hidden, and its program (TryExec) is there.
