@@ -80,7 +80,7 @@ std::vector<ActionSuggestion> directActions(TextAnalysis& analysis) {
   const QStringView text = analysis.trimmedText();
   std::vector<ActionSuggestion> actions;
   QSet<IntentKind> made;
-  for (const detect::DirectMatch& match : analysis.directMatches()) {
+  for (const detect::DirectMatch& match : analysis.linksAndFirstPhone()) {
     const IntentKind kind = kindOf(match);
     if (made.contains(kind)) continue;
     made.insert(kind);

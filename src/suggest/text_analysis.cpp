@@ -158,8 +158,8 @@ bool TextAnalysis::hasAddress() {
   return once(hasAddress_, [&] { return detect::hasAddress(trimmedText_); });
 }
 
-const std::vector<detect::DirectMatch>& TextAnalysis::directMatches() {
-  return once(directMatches_, [&] { return detect::directMatches(trimmedText_, surroundings_); });
+const std::vector<detect::DirectMatch>& TextAnalysis::linksAndFirstPhone() {
+  return once(linksAndFirstPhone_, [&] { return detect::linksAndFirstPhone(trimmedText_, surroundings_); });
 }
 
 }  // namespace lumeno

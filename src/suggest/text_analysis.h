@@ -59,8 +59,8 @@ class TextAnalysis {
   [[nodiscard]] const std::optional<QString>& dominantLanguage();
   [[nodiscard]] bool hasDate();
   [[nodiscard]] bool hasAddress();
-  /// Links and phone numbers.
-  [[nodiscard]] const std::vector<detect::DirectMatch>& directMatches();
+  /// All links and at least the first phone number.
+  [[nodiscard]] const std::vector<detect::DirectMatch>& linksAndFirstPhone();
 
  private:
   struct LowercaseStrings {
@@ -86,7 +86,7 @@ class TextAnalysis {
   std::optional<std::optional<QString>> dominantLanguage_;
   std::optional<bool> hasDate_;
   std::optional<bool> hasAddress_;
-  std::optional<std::vector<detect::DirectMatch>> directMatches_;
+  std::optional<std::vector<detect::DirectMatch>> linksAndFirstPhone_;
 };
 
 }  // namespace lumeno

@@ -24,7 +24,7 @@ class LargeApplications(DesktopTest):
     def page_case(self, window, top):
         """On the page by drag, in the text area by keyboard, then the answer in its place."""
         x, y, _, _ = geometry(window)
-        drag(x + 42, y + top + 72, x + 620, y + top + 72)
+        drag(x + 42, y + top + 54, x + 620, y + top + 54)
         self.run_chip()
         self.view.press("Dismiss")
         self.wait_until_hidden()

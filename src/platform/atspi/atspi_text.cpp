@@ -20,7 +20,7 @@ std::optional<std::pair<int, int>> selectedRange(Client& client, const Reference
   const auto range = client.call(object, textInterface, "GetSelection", {0});
   if (!range || range->size() < 2) return std::nullopt;
   // Some applications report the anchor first.
-  const auto [start, end] = std::minmax(range->at(0).toInt(), range->at(1).toInt());
+  const auto [start, end] = std::minmax({range->at(0).toInt(), range->at(1).toInt()});
   return std::pair(start, end);
 }
 

@@ -9,8 +9,9 @@
 
 #include "suggest/detect/surroundings.h"
 
-/// Finding links, phone numbers, dates, postal addresses and the language of plain text. Pure functions; every one
-/// is linear in the text. Offsets are UTF-16 units of the text as given and lie on character boundaries.
+/// Finding links, phone numbers, dates, postal addresses and the language of plain text. Pure functions;
+/// every one is linear in the text. Offsets are UTF-16 units of the text as given and lie on character
+/// boundaries.
 namespace lumeno::detect {
 
 struct LinkMatch {
@@ -38,8 +39,8 @@ struct DirectMatch {
 struct DateMatch {
   qsizetype start = 0;
   qsizetype length = 0;
-  QDateTime date;               ///< in the zone of the surroundings
-  qint64 durationSeconds = 0;   ///< 0 when the text names no span
+  QDateTime date;              ///< in the zone of the surroundings
+  qint64 durationSeconds = 0;  ///< 0 when the text names no span
 };
 
 struct AddressMatch {
@@ -56,6 +57,10 @@ struct Language {
 [[nodiscard]] std::vector<PhoneMatch> phones(QStringView text, const Surroundings& surroundings);
 /// Links and phone numbers together in text order, without overlaps (a link wins over a number inside it).
 [[nodiscard]] std::vector<DirectMatch> directMatches(QStringView text, const Surroundings& surroundings);
+
+/// As `directMatches`, but it may leave out numbers behind the first one: all that a suggestion needs, and
+/// much cheaper in a list of numbers.
+[[nodiscard]] std::vector<DirectMatch> linksAndFirstPhone(QStringView text, const Surroundings& surroundings);
 
 /// In text order, without overlaps.
 [[nodiscard]] std::vector<DateMatch> dates(QStringView text, const Surroundings& surroundings);

@@ -11,6 +11,7 @@
 #include "suggest/detect/detect.h"
 #include "suggest/detect/phone_context.h"
 #include "suggest/detect/phone_groups.h"
+#include "suggest/detect/phones.h"
 #include "suggest/detect/step_counter.h"
 #include "suggest/detect/token_scan.h"
 
@@ -93,10 +94,15 @@ class PhoneScanner {
  public:
   PhoneScanner(QStringView text, const QLocale& locale) : text_(text), judge_(locale) {}
 
-  std::vector<PhoneMatch> run() {
+  /// Stops early once `isEnough` says so of a match; it may be empty.
+  std::vector<PhoneMatch> run(const std::function<bool(const PhoneMatch&)>& isEnough) {
     DigitStretch stretch;
     qsizetype i = 0;
+    size_t seen = 0;
     while (i < text_.size() && !judge_.exhausted()) {
+      for (; seen < matches_.size(); ++seen) {
+        if (isEnough && isEnough(matches_[seen])) return std::move(matches_);
+      }
       const char16_t c = text_[i].unicode();
       if (!isPhoneDigit(c) && c != u'(' && !isPhonePlus(c) && c != 0xFF08) {
         ++i;
@@ -259,8 +265,13 @@ class PhoneScanner {
 
 }  // namespace
 
+std::vector<PhoneMatch> phonesUntil(QStringView text, const Surroundings& surroundings,
+                                    const std::function<bool(const PhoneMatch&)>& isEnough) {
+  return PhoneScanner(text, surroundings.locale).run(isEnough);
+}
+
 std::vector<PhoneMatch> phones(QStringView text, const Surroundings& surroundings) {
-  return PhoneScanner(text, surroundings.locale).run();
+  return phonesUntil(text, surroundings, {});
 }
 
 }  // namespace lumeno::detect
