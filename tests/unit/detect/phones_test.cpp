@@ -38,6 +38,18 @@ TEST(Phones, CostIsLinear) {
   }
 }
 
+TEST(DirectMatches, FirstPhoneIsTheFirstOneOutsideLinks) {
+  const QString text = u"https://wa.me/+12127365000 then 212-736-5000, 212-736-5001\n212-736-5002 a@b.co"_s;
+  const std::vector<DirectMatch> all = directMatches(text, in(u"US"_s));
+  const std::vector<DirectMatch> some = linksAndFirstPhone(text, in(u"US"_s));
+  ASSERT_EQ(all.size(), 5U);
+  ASSERT_GE(some.size(), 3U);
+  EXPECT_EQ(some[0].start, all[0].start);
+  EXPECT_EQ(some[1].number, u"212-736-5000"_s);
+  EXPECT_EQ(some.back().url, all.back().url);
+  EXPECT_LT(some.size(), all.size());
+}
+
 TEST(DirectMatches, ComeInTextOrderAndTheLinkWins) {
   const QString text =
       u"+1 212 736 5000 https://example.com/x anna@example.com 212-736-5000 mailto:1@a.com"_s;
