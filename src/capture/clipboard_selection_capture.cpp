@@ -12,8 +12,9 @@ using namespace std::chrono_literals;
 /// One capture, from the look into the buffer to the restored pasteboard.
 class ClipboardSelectionCapture::Run : public std::enable_shared_from_this<Run> {
  public:
-  Run(ClipboardSelectionCapture& owner, CopyKey copyKey, std::function<void(std::optional<QString>)> done)
-      : owner_(owner), copyKey_(copyKey), done_(std::move(done)) {}
+  Run(ClipboardSelectionCapture& owner, uint64_t window, CopyKey copyKey,
+      std::function<void(std::optional<QString>)> done)
+      : owner_(owner), window_(window), copyKey_(copyKey), done_(std::move(done)) {}
   Run(const Run&) = delete;
   Run& operator=(const Run&) = delete;
   ~Run() { restore(); }
@@ -61,7 +62,7 @@ class ClipboardSelectionCapture::Run : public std::enable_shared_from_this<Run> 
 
   void copy() {
     next([this] {
-      return owner_.keystrokes_.sendCopy([this](KeystrokeSender::Outcome outcome) {
+      return owner_.keystrokes_.sendCopy(window_, [this](KeystrokeSender::Outcome outcome) {
         if (outcome == KeystrokeSender::Outcome::refused) {
           snapshot_.reset();
           return finish(std::nullopt);
@@ -103,6 +104,7 @@ class ClipboardSelectionCapture::Run : public std::enable_shared_from_this<Run> 
   }
 
   ClipboardSelectionCapture& owner_;
+  const uint64_t window_;
   const CopyKey copyKey_;
   std::function<void(std::optional<QString>)> done_;  ///< empty once nobody waits any more
   std::optional<PasteboardSnapshot> snapshot_;        ///< present from the save until it is put back
@@ -122,8 +124,9 @@ ClipboardSelectionCapture::ClipboardSelectionCapture(Pasteboard& pasteboard, Key
 
 ClipboardSelectionCapture::~ClipboardSelectionCapture() = default;
 
-Job ClipboardSelectionCapture::capture(CopyKey copyKey, std::function<void(std::optional<QString>)> done) {
-  const auto run = std::make_shared<Run>(*this, copyKey, std::move(done));
+Job ClipboardSelectionCapture::capture(uint64_t window, CopyKey copyKey,
+                                       std::function<void(std::optional<QString>)> done) {
+  const auto run = std::make_shared<Run>(*this, window, copyKey, std::move(done));
   runs_.push_back(run);
   if (runs_.size() == 1) run->begin();
   return Job([weak = std::weak_ptr(run)] {

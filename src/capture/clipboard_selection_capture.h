@@ -34,10 +34,12 @@ class ClipboardSelectionCapture {
   ClipboardSelectionCapture(const ClipboardSelectionCapture&) = delete;
   ClipboardSelectionCapture& operator=(const ClipboardSelectionCapture&) = delete;
 
-  /// The copied text, untrimmed, or absent. `done` is called on the main thread, never before the call
-  /// returns. When the handle goes after the copy key was asked for, the capture runs to its end unheard, so
-  /// that the pasteboard is still put back; a later capture waits for that.
-  [[nodiscard]] Job capture(CopyKey copyKey, std::function<void(std::optional<QString>)> done);
+  /// The text copied in `window` (`RunningApplication::window`), untrimmed, or absent. `done` is called on
+  /// the main thread, never before the call returns. When the handle goes after the copy key was asked for,
+  /// the capture runs to its end unheard, so that the pasteboard is still put back; a later capture waits for
+  /// that.
+  [[nodiscard]] Job capture(uint64_t window, CopyKey copyKey,
+                            std::function<void(std::optional<QString>)> done);
 
  private:
   class Run;

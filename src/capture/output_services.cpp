@@ -10,18 +10,9 @@ namespace lumeno {
 
 using namespace std::chrono_literals;
 
-namespace {
-
-bool isInFront(const std::optional<SelectionSource>& source, Workspace& workspace) {
-  const auto front = workspace.frontmostApplication();
-  return source && front && front->processIdentifier == source->process && front->window == source->window;
-}
-
-}  // namespace
-
 SelectionReplacer::SelectionReplacer(Pasteboard& pasteboard, KeystrokeSender& keystrokes,
-                                     Workspace& workspace, Scheduler& scheduler)
-    : pasteboard_(pasteboard), keystrokes_(keystrokes), workspace_(workspace), scheduler_(scheduler) {}
+                                     Scheduler& scheduler)
+    : pasteboard_(pasteboard), keystrokes_(keystrokes), scheduler_(scheduler) {}
 
 Job SelectionReplacer::replace(const QString& text, const std::optional<SelectionSource>& source,
                                std::function<void(Outcome)> done) {
@@ -29,12 +20,12 @@ Job SelectionReplacer::replace(const QString& text, const std::optional<Selectio
   const auto step = std::make_shared<CurrentStep>();
   const auto paste = [this, source, done = std::move(done), weak = std::weak_ptr(step)] {
     const auto current = weak.lock();
-    if (!isInFront(source, workspace_) || source->isTerminal) {
+    if (!source || source->isTerminal) {
       done(Outcome::selectionGone);
       return;
     }
     current->begin([&] {
-      return keystrokes_.sendPaste([done](KeystrokeSender::Outcome outcome) {
+      return keystrokes_.sendPaste(source->window, [done](KeystrokeSender::Outcome outcome) {
         done(outcome == KeystrokeSender::Outcome::sent ? Outcome::pasted : Outcome::selectionGone);
       });
     });

@@ -10,7 +10,6 @@
 #include "platform/feedback_devices.h"
 #include "platform/keystroke_sender.h"
 #include "platform/pasteboard.h"
-#include "platform/workspace.h"
 
 namespace lumeno {
 
@@ -32,8 +31,7 @@ class SelectionReplacer {
     selectionGone,  ///< another window is in front, or it takes no typing; the text is on the pasteboard
   };
 
-  SelectionReplacer(Pasteboard& pasteboard, KeystrokeSender& keystrokes, Workspace& workspace,
-                    Scheduler& scheduler);
+  SelectionReplacer(Pasteboard& pasteboard, KeystrokeSender& keystrokes, Scheduler& scheduler);
 
   /// Writes the text to the pasteboard and pastes it 50 ms later, provided that the window of `source` is
   /// then in front and takes typing (an absent source counts as gone). `done` is told on the main thread,
@@ -44,7 +42,6 @@ class SelectionReplacer {
  private:
   Pasteboard& pasteboard_;
   KeystrokeSender& keystrokes_;
-  Workspace& workspace_;
   Scheduler& scheduler_;
 };
 

@@ -22,6 +22,7 @@ struct Answer {
   ElementRole role = ElementRole::other;
   std::optional<ReadResult> read;
   std::optional<Rect> frame;  ///< of the focused element, where nothing could be read
+  bool isComplete = true;     ///< false: the application was too busy to answer everything
 };
 
 /// The selection in the application whose focused element is given: in Mail it may be in a descendant.
@@ -205,9 +206,9 @@ void SelectionObserver::Private::refresh(Trigger trigger) {
         [read, &accessibility = accessibility_] {
           Answer& answer = read->answer;
           answer.focused = accessibility.focusedElement();
-          if (!answer.focused) return;
-          answer.read = readApplication(accessibility, answer.focused, read->application);
+          if (answer.focused) answer.read = readApplication(accessibility, answer.focused, read->application);
           if (answer.read) answer.role = answer.focused->role();
+          answer.isComplete = accessibility.isReadComplete();
         },
         [this, read] { finishRefresh(read); });
   });
@@ -235,6 +236,8 @@ void SelectionObserver::Private::take(const Read& read) {
   }
   if (!accessibility_.isTrusted() || accessibility_.isGestureInProgress()) return;
 
+  // A busy application has not said that nothing is selected; the next tick asks again.
+  if (!read.answer.read && !read.answer.isComplete) return;
   lastCompleteRead_ = read.moment;
   watch_.updateFocusedObservation(read.answer.focused);
   if (!read.answer.read) {
@@ -332,9 +335,12 @@ void SelectionObserver::Private::continueCapture(std::shared_ptr<const Answer> a
   const bool isTerminal = sourceOf(capture_->application, answer->role).isTerminal;
   capture_->step.begin([&] {
     return clipboardCapture_.capture(
+        capture_->application ? capture_->application->window : 0,
         isTerminal ? CopyKey::forbidden : CopyKey::allowed,
         [this, frame = answer->frame, role = answer->role](std::optional<QString> text) {
-          if (text) {
+          const bool isSameAsBefore = accessibility_.isTrusted() &&
+                                      isSameWindow(capture_->application, workspace_.frontmostApplication());
+          if (text && isSameAsBefore) {
             captureFound({*text, frame}, role);
           } else {
             endCapture(std::nullopt);

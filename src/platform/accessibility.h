@@ -86,6 +86,10 @@ class Accessibility {
   /// skipped.
   [[nodiscard]] virtual Job perform(std::function<void()> work, std::function<void()> done) = 0;
 
+  /// Whether everything that the work under way has asked for so far was answered in time. When not, an
+  /// absent answer may mean that the application is busy. Worker only.
+  [[nodiscard]] virtual bool isReadComplete() = 0;
+
   /// The element that has the keyboard focus, whichever application owns it. Worker only; null when none.
   virtual ElementPtr focusedElement() = 0;
   /// The root element of an application. Worker only; null when there is none.

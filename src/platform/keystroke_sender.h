@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 
 #include "base/job.h"
@@ -15,13 +16,14 @@ class KeystrokeSender {
 
   enum class Outcome {
     sent,
-    refused,  ///< not sent: the frontmost window is a terminal, or no event could be made
+    refused,  ///< not sent: another window or a terminal is in front, or no event could be made
   };
 
-  /// The platform's copy command.
-  [[nodiscard]] virtual Job sendCopy(std::function<void(Outcome)> done) = 0;
-  /// The platform's paste command.
-  [[nodiscard]] virtual Job sendPaste(std::function<void(Outcome)> done) = 0;
+  /// The platform's copy command, for `window` (`RunningApplication::window`) alone: it is waited for as long
+  /// as for held modifiers, since it may be about to get the keyboard back.
+  [[nodiscard]] virtual Job sendCopy(uint64_t window, std::function<void(Outcome)> done) = 0;
+  /// The platform's paste command, likewise.
+  [[nodiscard]] virtual Job sendPaste(uint64_t window, std::function<void(Outcome)> done) = 0;
 };
 
 }  // namespace lumeno

@@ -107,6 +107,7 @@ class FakeAccessibility final : public Accessibility {
     });
   }
 
+  bool isReadComplete() override { return isAnswering; }
   ElementPtr focusedElement() override { return focused; }
   ElementPtr applicationElement(ProcessId process) override {
     const auto found = applications.find(process);
@@ -154,6 +155,7 @@ class FakeAccessibility final : public Accessibility {
   }
 
   bool trusted = true;
+  bool isAnswering = true;  ///< false: the application is too busy to answer
   bool grantsOnRequest = false;
   bool refusesToObserve = false;
   bool refusesElements = false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <utility>
 
 #include "base/scheduler.h"
@@ -12,10 +13,15 @@ class FakeKeystrokeSender final : public KeystrokeSender {
  public:
   explicit FakeKeystrokeSender(Scheduler& scheduler) : scheduler_(scheduler) {}
 
-  Job sendCopy(std::function<void(Outcome)> done) override { return send(copies, onCopy, std::move(done)); }
-  Job sendPaste(std::function<void(Outcome)> done) override { return send(pastes, onPaste, std::move(done)); }
+  Job sendCopy(uint64_t window, std::function<void(Outcome)> done) override {
+    return send(window, copies, onCopy, std::move(done));
+  }
+  Job sendPaste(uint64_t window, std::function<void(Outcome)> done) override {
+    return send(window, pastes, onPaste, std::move(done));
+  }
 
   bool refuses = false;
+  std::optional<uint64_t> windowInFront;  ///< keystrokes for another one are refused
   /// What the application does at the keystroke.
   std::function<void()> onCopy;
   std::function<void()> onPaste;
@@ -23,9 +29,9 @@ class FakeKeystrokeSender final : public KeystrokeSender {
   int pastes = 0;
 
  private:
-  Job send(int& counter, const std::function<void()>& effect, std::function<void(Outcome)> done) {
-    return scheduler_.after(std::chrono::milliseconds(0), [this, &counter, &effect, done = std::move(done)] {
-      if (refuses) {
+  Job send(uint64_t window, int& counter, const std::function<void()>& effect, std::function<void(Outcome)> done) {
+    return scheduler_.after(std::chrono::milliseconds(0), [this, window, &counter, &effect, done = std::move(done)] {
+      if (refuses || (windowInFront && *windowInFront != window)) {
         done(Outcome::refused);
         return;
       }

@@ -104,7 +104,7 @@ class Application::Private {
   SelectionObserver observer{accessibility, workspace, scheduler, clipboardCapture};
   SettingsStore settings{preferences, loginItem};
   ClipboardService clipboard{pasteboard};
-  SelectionReplacer replacer{pasteboard, keystrokes, workspace, scheduler};
+  SelectionReplacer replacer{pasteboard, keystrokes, scheduler};
   FeedbackService feedback{sound, haptics};
 
   // The HUD.

@@ -78,7 +78,7 @@ void AccessibilityStatus::askForState() {
     // No answer leaves the last known state.
     if (reply.isValid()) {
       isEnabled_ = reply.value().variant().toBool();
-      serviceAvailable_.emit();
+      trust_.emit(isTrusted());
     }
   });
 }
@@ -100,6 +100,7 @@ void AccessibilityStatus::setEnabled(bool enabled) {
     QFile::remove(markerPath_);
   }
   isEnabled_ = enabled;
+  trust_.emit(isTrusted());
 }
 
 }  // namespace lumeno::atspi

@@ -22,9 +22,10 @@ class AccessibilityStatus final : public QObject {
   /// Keeps the grant and switches accessibility on.
   void grant();
 
-  /// Called when the desktop's accessibility service has come, anew or for the first time.
-  [[nodiscard]] Subscription onServiceAvailable(std::function<void()> handler) {
-    return serviceAvailable_.connect(std::move(handler));
+  /// Told true when trust is there and the service has come, anew or for the first time; false when trust has
+  /// gone.
+  [[nodiscard]] Subscription onTrust(std::function<void(bool)> handler) {
+    return trust_.connect(std::move(handler));
   }
 
  private Q_SLOTS:
@@ -40,7 +41,7 @@ class AccessibilityStatus final : public QObject {
   QDBusServiceWatcher watcher_;
   bool isEnabled_ = false;
   bool isGranted_ = false;
-  Signal<> serviceAvailable_;
+  Signal<bool> trust_;
 };
 
 }  // namespace lumeno::atspi

@@ -46,8 +46,11 @@ class AtspiAccessibility::Private : public QObject {
     subscriptions_.push_back(input_.onGestureEnd([this] { gestureEnded(); }));
     subscriptions_.push_back(buffer_.onChange([this] { offerChanged(); }));
     subscriptions_.push_back(workspace_.onActivation([this](const auto&) { ++windowSerial_; }));
-    subscriptions_.push_back(status_.onServiceAvailable(
-        [this] { QMetaObject::invokeMethod(worker_, [worker = worker_] { worker->ensureListening(); }); }));
+    // Without trust nobody is listened to either.
+    subscriptions_.push_back(status_.onTrust([this](bool trusted) {
+      QMetaObject::invokeMethod(
+          worker_, [worker = worker_, trusted] { trusted ? worker->ensureListening() : worker->shutDown(); });
+    }));
   }
 
   ~Private() override {
@@ -56,7 +59,11 @@ class AtspiAccessibility::Private : public QObject {
       worker->deleteLater();
     });
     thread_.quit();
-    thread_.wait();
+    // A bus that hangs while it is being connected to must not keep the program from ending.
+    if (!thread_.wait(3000)) {
+      thread_.terminate();
+      thread_.wait();
+    }
   }
 
   // -- Reads, one at a time
@@ -264,6 +271,10 @@ Job AtspiAccessibility::perform(std::function<void()> work, std::function<void()
   return Job([weak = std::weak_ptr(read)] {
     if (const auto read = weak.lock()) read->wanted = false;
   });
+}
+
+bool AtspiAccessibility::isReadComplete() {
+  return d_->worker_->isRoundComplete();
 }
 
 ElementPtr AtspiAccessibility::focusedElement() {

@@ -24,6 +24,7 @@ class AtspiAccessibility final : public Accessibility {
   [[nodiscard]] bool isTrusted() override;
   bool requestTrust() override;
   [[nodiscard]] Job perform(std::function<void()> work, std::function<void()> done) override;
+  [[nodiscard]] bool isReadComplete() override;
   ElementPtr focusedElement() override;
   ElementPtr applicationElement(ProcessId process) override;
   std::unique_ptr<AccessibilityObserver> observe(

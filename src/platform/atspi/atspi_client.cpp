@@ -100,6 +100,7 @@ std::optional<QString> Client::fetchAddress() {
 
 void Client::beginRound() {
   round_.start();
+  isIncomplete_ = false;
 }
 
 std::chrono::milliseconds Client::timeLeft() const {
@@ -109,9 +110,16 @@ std::chrono::milliseconds Client::timeLeft() const {
 std::optional<QVariantList> Client::call(const Reference& object, const char* interface, const char* method,
                                          const QVariantList& arguments) {
   const auto left = timeLeft();
-  if (left.count() <= 0 || !connection_.isConnected()) return std::nullopt;
+  if (!connection_.isConnected()) return std::nullopt;
+  if (left.count() <= 0) {
+    isIncomplete_ = true;
+    return std::nullopt;
+  }
   if (const auto pause = hung_.find(object.busName); pause != hung_.end()) {
-    if (pause->elapsed() < hungPause.count()) return std::nullopt;
+    if (pause->elapsed() < hungPause.count()) {
+      isIncomplete_ = true;
+      return std::nullopt;
+    }
     hung_.erase(pause);
   }
   auto request = QDBusMessage::createMethodCall(object.busName, object.path, QLatin1StringView(interface),
@@ -123,6 +131,7 @@ std::optional<QVariantList> Client::call(const Reference& object, const char* in
   if (reply.errorName() == "org.freedesktop.DBus.Error.NoReply"_L1 ||
       reply.errorName() == "org.freedesktop.DBus.Error.Timeout"_L1) {
     hung_[object.busName].start();
+    isIncomplete_ = true;
   }
   return std::nullopt;
 }

@@ -33,6 +33,9 @@ class Client {
   /// Starts the time limit for the calls that follow.
   void beginRound();
   [[nodiscard]] std::chrono::milliseconds timeLeft() const;
+  /// Whether a call of this round was not answered in time, or not made because the application or the round
+  /// had used up its time: what was read may then lack something.
+  [[nodiscard]] bool isIncomplete() const { return isIncomplete_; }
 
   /// The answer's arguments; absent on any error.
   std::optional<QVariantList> call(const Reference& object, const char* interface, const char* method,
@@ -66,6 +69,7 @@ class Client {
   int connectionCount_ = 0;
   QElapsedTimer sinceAttempt_;
   QElapsedTimer round_;
+  bool isIncomplete_ = false;
   QHash<QString, ProcessId> processes_;
   QHash<QString, bool> windowCoordinates_;
   QHash<QString, QElapsedTimer> hung_;

@@ -13,7 +13,8 @@ void Element::readOnce() {
   hasRead_ = true;
   if (!object_) return;
   const auto role = client_.role(*object_);
-  if (role == rolePasswordText) {
+  // What does not say what it is may be a password as well.
+  if (!role || role == rolePasswordText) {
     role_ = ElementRole::password;
     knowledge_ = FocusKnowledge::secret;
     return;

@@ -35,10 +35,9 @@ void FocusTracker::noteFocus(const Reference& object, bool focused) {
 void FocusTracker::noteActivity(const Reference& object) {
   const auto process = client_.processOf(object.busName);
   if (!process) return;
-  if (!focusByProcess_.contains(*process)) {
-    focusByProcess_.insert(*process, object);
-    failedSearches_.remove(*process);
-  }
+  // Only a hint: what moves by itself, such as a log, need not have the focus. It is checked when it is asked
+  // for.
+  if (!focusByProcess_.contains(*process)) focusByProcess_.insert(*process, object);
 }
 
 void FocusTracker::forgetEverything() {
@@ -50,6 +49,7 @@ std::optional<Reference> FocusTracker::focusedObject(ProcessId process, uint64_t
   if (const auto known = focusByProcess_.constFind(process); known != focusByProcess_.cend()) {
     const Reference object = *known;
     if (client_.hasState(object, stateFocused)) return object;
+    if (client_.isIncomplete()) return std::nullopt;
     focusByProcess_.remove(process);
   }
   if (const auto failed = failedSearches_.constFind(process); failed != failedSearches_.cend()) {
@@ -59,7 +59,7 @@ std::optional<Reference> FocusTracker::focusedObject(ProcessId process, uint64_t
   if (found) {
     focusByProcess_.insert(process, *found);
     failedSearches_.remove(process);
-  } else {
+  } else if (!client_.isIncomplete()) {
     auto& failed = failedSearches_[process];
     failed.window = window;
     failed.since.start();
@@ -87,6 +87,7 @@ std::optional<Reference> FocusTracker::search(ProcessId process) {
       const Reference object = queue.front();
       queue.pop_front();
       if (client_.hasState(object, stateFocused)) return object;
+      if (client_.isIncomplete()) return std::nullopt;
       for (auto& child : client_.children(object)) queue.push_back(std::move(child));
     }
   }
@@ -96,6 +97,7 @@ std::optional<Reference> FocusTracker::search(ProcessId process) {
 std::optional<Reference> FocusTracker::preferred(const std::vector<Reference>& candidates) {
   // Several objects may claim the focus, such as a document and the text area inside it.
   for (const auto& candidate : candidates) {
+    if (client_.role(candidate) == rolePasswordText) return candidate;
     const auto selected = readSelectedText(client_, candidate);
     if (selected && !selected->text.isEmpty()) return candidate;
   }

@@ -62,13 +62,18 @@ class DocumentWalk {
       runStart = offset + 1;
       if (++embedded_ > mostEmbeddedObjects || result_.text.size() > largestSelection) return false;
       const auto child = embeddedObject(client_, object, offset);
-      if (!child) continue;  // an image or a control
+      if (!child) {
+        if (client_.isIncomplete()) return false;  // a selection is never cut
+        continue;                                  // an image or a control
+      }
+      const auto role = client_.role(*child);
+      if (role == rolePasswordText) continue;
       // A block of its own starts a new line.
-      if (!result_.text.isEmpty() && !result_.text.endsWith(u'\n') && isBlock(*child)) result_.text += u'\n';
+      if (!result_.text.isEmpty() && !result_.text.endsWith(u'\n') && isBlock(role)) result_.text += u'\n';
       const auto range = selectedRange(client_, *child);
       const bool inner = range && range->second > range->first;
       if (!visit(*child, inner ? range->first : 0, inner ? range->second : -1, depth + 1) &&
-          client_.timeLeft().count() <= 0) {
+          client_.isIncomplete()) {
         return false;
       }
     }
@@ -91,9 +96,8 @@ class DocumentWalk {
     result_.lastEnd = end;
   }
 
-  bool isBlock(const Reference& object) {
+  static bool isBlock(std::optional<uint32_t> role) {
     // All else stands on lines of its own.
-    const auto role = client_.role(object);
     return role && *role != roleLink && *role != roleStatic && *role != roleLabel && *role != roleImage;
   }
 
@@ -125,7 +129,7 @@ std::optional<SelectedText> readSelectedText(Client& client, const Reference& ob
     return selected;
   }
   DocumentWalk walk(client);
-  if (!walk.visit(object, start, end, 0)) return std::nullopt;
+  if (!walk.visit(object, start, end, 0) || client.isIncomplete()) return std::nullopt;
   walk.result_.start = start;
   walk.result_.end = end;
   return std::move(walk.result_);

@@ -33,6 +33,10 @@ void Worker::listen() {
               SLOT(windowActivated(QDBusMessage)));
   bus.connect(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s,
               u"NameOwnerChanged"_s, this, SLOT(nameOwnerChanged(QString, QString, QString)));
+  registerEvents();
+}
+
+void Worker::registerEvents() {
   // Applications send only what somebody has asked the registry for.
   const Reference registry{QLatin1StringView(registryName), u"/org/a11y/atspi/registry"_s};
   for (const auto* event : {"object:state-changed:focused", "object:text-selection-changed",
@@ -68,6 +72,7 @@ ElementPtr Worker::applicationElement(ProcessId process) {
 
 void Worker::shutDown() {
   client_.disconnect();
+  focus_.forgetEverything();
 }
 
 void Worker::focusChanged(const QDBusMessage& message) {
@@ -95,7 +100,12 @@ void Worker::windowActivated(const QDBusMessage& message) {
 }
 
 void Worker::nameOwnerChanged(const QString& name, const QString&, const QString& newOwner) {
-  if (newOwner.isEmpty()) client_.forget(name);
+  if (newOwner.isEmpty()) {
+    client_.forget(name);
+  } else if (name == QLatin1StringView(registryName)) {
+    client_.beginRound();
+    registerEvents();
+  }
 }
 
 void Worker::report(const QDBusMessage& message, Event event) {

@@ -30,8 +30,10 @@ class Worker final : public QObject {
   ElementPtr applicationElement(ProcessId process);
   /// Whether the focused element was read in this round and said that nothing is selected.
   [[nodiscard]] bool focusHasNoSelection() const;
+  /// Whether everything asked in this round was answered in time.
+  [[nodiscard]] bool isRoundComplete() const { return !client_.isIncomplete(); }
 
-  /// Closes the connection; called on the worker thread before it ends.
+  /// Closes the connection: nothing is heard or remembered any more until `ensureListening`.
   void shutDown();
 
  private Q_SLOTS:
@@ -43,6 +45,7 @@ class Worker final : public QObject {
 
  private:
   void listen();
+  void registerEvents();
   void report(const QDBusMessage& message, Event event);
 
   std::function<void(ProcessId, Event)> onEvent_;

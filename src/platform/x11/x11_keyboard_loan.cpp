@@ -30,7 +30,7 @@ X11KeyboardLoan::X11KeyboardLoan(X11Connection& connection, OwnWindows& ownWindo
 }
 
 X11KeyboardLoan::~X11KeyboardLoan() {
-  endGrab();
+  giveBack();
 }
 
 xcb_window_t X11KeyboardLoan::focus() const {

@@ -21,17 +21,18 @@ X11KeystrokeSender::X11KeystrokeSender(X11Connection& connection, Workspace& wor
                                        Scheduler& scheduler)
     : connection_(connection), workspace_(workspace), input_(input), scheduler_(scheduler) {}
 
-Job X11KeystrokeSender::sendCopy(std::function<void(Outcome)> done) {
-  return start(insertKeysym, std::move(done));
+Job X11KeystrokeSender::sendCopy(uint64_t window, std::function<void(Outcome)> done) {
+  return start(insertKeysym, window, std::move(done));
 }
 
-Job X11KeystrokeSender::sendPaste(std::function<void(Outcome)> done) {
-  return start('v', std::move(done));
+Job X11KeystrokeSender::sendPaste(uint64_t window, std::function<void(Outcome)> done) {
+  return start('v', window, std::move(done));
 }
 
-Job X11KeystrokeSender::start(uint32_t keysym, std::function<void(Outcome)> done) {
+Job X11KeystrokeSender::start(uint32_t keysym, uint64_t window, std::function<void(Outcome)> done) {
   auto request = std::make_shared<Request>();
   request->keysym = keysym;
+  request->window = window;
   request->done = std::move(done);
   request->looksLeft = mostLooks;
   request->wait = scheduler_.after(0ms, [this, weak = std::weak_ptr(request)] {
@@ -41,11 +42,8 @@ Job X11KeystrokeSender::start(uint32_t keysym, std::function<void(Outcome)> done
 }
 
 void X11KeystrokeSender::look(const std::shared_ptr<Request>& request) {
-  const auto front = workspace_.frontmostApplication();
-  const bool isOwn = isOwnApplicationInFront();
-  if (!request->window && front && !isOwn) request->window = front->window;
   const bool isQuiet = input_.keyboard().keysDown().empty();
-  if ((isOwn || !isQuiet) && request->looksLeft-- > 0) {
+  if ((!isInFront(*request) || !isQuiet) && request->looksLeft-- > 0) {
     request->wait = scheduler_.after(lookInterval, [this, weak = std::weak_ptr(request)] {
       if (const auto strong = weak.lock()) look(strong);
     });
@@ -55,10 +53,7 @@ void X11KeystrokeSender::look(const std::shared_ptr<Request>& request) {
 }
 
 KeystrokeSender::Outcome X11KeystrokeSender::send(const Request& request) {
-  const auto front = workspace_.frontmostApplication();
-  if (!front || front->isTerminal || isOwnApplicationInFront() || front->window != request.window) {
-    return Outcome::refused;
-  }
+  if (!isInFront(request) || workspace_.frontmostApplication()->isTerminal) return Outcome::refused;
   X11Keyboard& keyboard = input_.keyboard();
   const auto control = keyboard.keycodeFor(controlKeysym);
   auto key = keyboard.keycodeFor(request.keysym);
@@ -78,9 +73,10 @@ KeystrokeSender::Outcome X11KeystrokeSender::send(const Request& request) {
   return Outcome::sent;
 }
 
-bool X11KeystrokeSender::isOwnApplicationInFront() {
+bool X11KeystrokeSender::isInFront(const Request& request) {
   const auto front = workspace_.frontmostApplication();
-  return front && front->bundleIdentifier == workspace_.ownBundleIdentifier();
+  return front && front->window == request.window &&
+         front->bundleIdentifier != workspace_.ownBundleIdentifier();
 }
 
 void X11KeystrokeSender::post(const std::vector<X11Input::SyntheticKey>& keys) {

@@ -19,8 +19,8 @@ class X11KeystrokeSender final : public KeystrokeSender {
  public:
   X11KeystrokeSender(X11Connection& connection, Workspace& workspace, X11Input& input, Scheduler& scheduler);
 
-  [[nodiscard]] Job sendCopy(std::function<void(Outcome)> done) override;
-  [[nodiscard]] Job sendPaste(std::function<void(Outcome)> done) override;
+  [[nodiscard]] Job sendCopy(uint64_t window, std::function<void(Outcome)> done) override;
+  [[nodiscard]] Job sendPaste(uint64_t window, std::function<void(Outcome)> done) override;
 
  private:
   struct Request {
@@ -32,10 +32,10 @@ class X11KeystrokeSender final : public KeystrokeSender {
     Job wait;
   };
 
-  [[nodiscard]] Job start(uint32_t keysym, std::function<void(Outcome)> done);
+  [[nodiscard]] Job start(uint32_t keysym, uint64_t window, std::function<void(Outcome)> done);
   void look(const std::shared_ptr<Request>& request);
   [[nodiscard]] Outcome send(const Request& request);
-  [[nodiscard]] bool isOwnApplicationInFront();
+  [[nodiscard]] bool isInFront(const Request& request);
   void post(const std::vector<X11Input::SyntheticKey>& keys);
 
   X11Connection& connection_;

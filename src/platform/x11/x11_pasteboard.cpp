@@ -62,6 +62,9 @@ Job X11Pasteboard::readString(std::function<void(std::optional<QString>)> done) 
 }
 
 void X11Pasteboard::setString(const QString& text) {
+  // Counted besides the change of owner that it brings: a capture under way must not take it for the copy it
+  // waits for, nor put something older in its place.
+  ++changeCount_;
   const QByteArray utf8 = text.toUtf8();
   const xcb_atom_t utf8String = connection_.atom("UTF8_STRING");
   const auto offer = [this](const char* target, xcb_atom_t type, const QByteArray& bytes) {

@@ -95,14 +95,11 @@ class PhoneScanner {
   PhoneScanner(QStringView text, const QLocale& locale) : text_(text), judge_(locale) {}
 
   /// Stops early once `isEnough` says so of a match; it may be empty.
-  std::vector<PhoneMatch> run(const std::function<bool(const PhoneMatch&)>& isEnough) {
+  std::vector<PhoneMatch> run(std::function<bool(const PhoneMatch&)> isEnough) {
+    isEnough_ = std::move(isEnough);
     DigitStretch stretch;
     qsizetype i = 0;
-    size_t seen = 0;
-    while (i < text_.size() && !judge_.exhausted()) {
-      for (; seen < matches_.size(); ++seen) {
-        if (isEnough && isEnough(matches_[seen])) return std::move(matches_);
-      }
+    while (i < text_.size() && !judge_.exhausted() && !isDone_) {
       const char16_t c = text_[i].unicode();
       if (!isPhoneDigit(c) && c != u'(' && !isPhonePlus(c) && c != 0xFF08) {
         ++i;
@@ -122,10 +119,12 @@ class PhoneScanner {
   void readNumbers(const std::vector<DigitGroup>& groups) {
     const DigitGroup* group = groups.data();
     const DigitGroup* const end = group + groups.size();
-    while (group < end && !judge_.exhausted()) {
+    while (group < end && !judge_.exhausted() && !isDone_) {
       countSteps(1);
+      const size_t known = matches_.size();
       const DigitGroup* next = group->opensWord ? afterNumber(group, end) : group + 1;
       group = next;
+      isDone_ = isEnough_ && matches_.size() > known && isEnough_(matches_.back());
     }
   }
 
@@ -261,6 +260,8 @@ class PhoneScanner {
   QStringView text_;
   NumberJudge judge_;
   std::vector<PhoneMatch> matches_;
+  std::function<bool(const PhoneMatch&)> isEnough_;
+  bool isDone_ = false;
 };
 
 }  // namespace

@@ -8,8 +8,8 @@
 
 namespace lumeno::detect {
 
-/// As `phones`, but it looks no further once `isEnough` says so of a number; a stretch that holds several may
-/// still add some behind it. Judging a number costs more than all else in a short text.
+/// As `phones`, but it looks no further once `isEnough` says so of a number. Judging a number costs more than
+/// all else in a short text.
 [[nodiscard]] std::vector<PhoneMatch> phonesUntil(QStringView text, const Surroundings& surroundings,
                                                   const std::function<bool(const PhoneMatch&)>& isEnough);
 

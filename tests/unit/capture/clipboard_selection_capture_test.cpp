@@ -14,6 +14,8 @@ namespace {
 
 using CopyKey = ClipboardSelectionCapture::CopyKey;
 
+constexpr uint64_t window = 70;
+
 class ClipboardSelectionCaptureTest : public testing::Test {
  protected:
   ClipboardSelectionCaptureTest() {
@@ -22,7 +24,7 @@ class ClipboardSelectionCaptureTest : public testing::Test {
   }
 
   Job begin(CopyKey key = CopyKey::allowed) {
-    return capture.capture(key, [this](std::optional<QString> text) {
+    return capture.capture(window, key, [this](std::optional<QString> text) {
       ++answers;
       answer = std::move(text);
     });
@@ -140,7 +142,8 @@ TEST_F(ClipboardSelectionCaptureTest, WithoutLooksTheKeyIsStillPressed) {
   ClipboardSelectionCapture impatient(pasteboard, keystrokes, buffer, scheduler,
                                       std::chrono::milliseconds(15), 0);
   copyGives("text/plain", "copied", 5);
-  const Job job = impatient.capture(CopyKey::allowed, [this](const std::optional<QString>&) { ++answers; });
+  const Job job =
+      impatient.capture(window, CopyKey::allowed, [this](const std::optional<QString>&) { ++answers; });
   scheduler.advance(0);
   EXPECT_EQ(answers, 1);
   EXPECT_EQ(keystrokes.copies, 1);
@@ -182,7 +185,8 @@ TEST_F(ClipboardSelectionCaptureTest, LaterCaptureWaitsForADroppedOne) {
 TEST_F(ClipboardSelectionCaptureTest, EndOfTheCapturerPutsThePasteboardBackAtOnce) {
   auto brief = std::make_unique<ClipboardSelectionCapture>(pasteboard, keystrokes, buffer, scheduler);
   copyGives("text/plain", "copied");
-  const Job job = brief->capture(CopyKey::allowed, [this](const std::optional<QString>&) { ++answers; });
+  const Job job =
+      brief->capture(window, CopyKey::allowed, [this](const std::optional<QString>&) { ++answers; });
   scheduler.advance(1);
   EXPECT_NE(pasteboard.items, savedItems);
   brief.reset();

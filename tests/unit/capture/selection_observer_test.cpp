@@ -114,6 +114,22 @@ TEST_F(SelectionObserverTest, TheSameSelectionMadeAnewIsPublishedAgain) {
   EXPECT_EQ(published.size(), 2U);
 }
 
+TEST_F(SelectionObserverTest, BusyApplicationHasNotSaidThatNothingIsSelected) {
+  observer.start();
+  select(u"word"_s);
+  scheduler.advance(tick);
+  ASSERT_EQ(published.size(), 1U);
+  accessibility.isAnswering = false;
+  accessibility.focused = nullptr;
+  accessibility.stir();
+  scheduler.advance(2 * tick);
+  EXPECT_EQ(published.size(), 1U);
+  accessibility.isAnswering = true;
+  scheduler.advance(tick);
+  ASSERT_EQ(published.size(), 2U);
+  EXPECT_EQ(published.back(), std::nullopt);
+}
+
 TEST_F(SelectionObserverTest, NothingIsReadWhileNothingHappens) {
   observer.start();
   scheduler.advance(tick);

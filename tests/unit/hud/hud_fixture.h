@@ -65,7 +65,7 @@ class HudFixture : public testing::Test {
   ClipboardSelectionCapture clipboardCapture{pasteboard, keystrokes, buffer, scheduler};
   SelectionObserver observer{accessibility, workspace, scheduler, clipboardCapture};
   ClipboardService clipboard{pasteboard};
-  SelectionReplacer replacer{pasteboard, keystrokes, workspace, scheduler};
+  SelectionReplacer replacer{pasteboard, keystrokes, scheduler};
   FeedbackService feedback{devices, devices};
   HUDPanelController panel{panelWindow, screens, events, appearance};
   AppModel model{{authorization, settings, observer, panel, events, clipboard, replacer, feedback, urlOpener,

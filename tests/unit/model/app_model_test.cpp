@@ -111,7 +111,7 @@ class AppModelTest : public testing::Test {
   ClipboardSelectionCapture clipboardCapture{pasteboard, keystrokes, buffer, scheduler};
   SelectionObserver observer{accessibility, workspace, scheduler, clipboardCapture};
   ClipboardService clipboard{pasteboard};
-  SelectionReplacer replacer{pasteboard, keystrokes, workspace, scheduler};
+  SelectionReplacer replacer{pasteboard, keystrokes, scheduler};
   FeedbackService feedback{devices, devices};
   std::shared_ptr<FakeElement> element = std::make_shared<FakeElement>();
   QStringList phases;
@@ -570,7 +570,7 @@ TEST_F(AppModelTest, ReplaceClosesAndPastes) {
 
 TEST_F(AppModelTest, ReplaceIntoAnotherWindowGivesANotice) {
   showResult();
-  workspace.frontmost->window = 71;
+  keystrokes.windowInFront = 71;
   model->replaceResult();
   scheduler.advance(50);
   EXPECT_EQ(keystrokes.pastes, 0);
