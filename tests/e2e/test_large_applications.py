@@ -16,7 +16,7 @@ PAGE = f"""<!doctype html><meta charset="utf-8"><title>Lumeno test page</title>
 
 
 def paragraphs(application_name):
-    """The paragraphs an application shows in a document, found from what it has in the focus."""
+    """The paragraphs of an application's documents."""
     def walk(accessible, depth=0):
         if accessible.get_role() == Atspi.Role.PARAGRAPH:
             yield accessible
@@ -58,7 +58,8 @@ class LargeApplications(DesktopTest):
     def page_top(self, window):
         """Where the page begins in its window: the bars above it differ by version. None before it is drawn."""
         x, y, _, height = geometry(window)
-        column = desktop.run("import", "-window", "root", "-crop", f"1x{height}+{x + 20}+{y}", "+repage", "-depth", "8", "txt:-")
+        column = desktop.run("import", "-window", "root", "-crop", f"1x{height}+{x + 20}+{y}", "+repage", "-depth", "8",
+                             "txt:-")
         rows = column.splitlines()[1:]
         return next((top for top, row in enumerate(rows) if f"#{PAGE_COLOUR}" in row), None)
 
@@ -90,7 +91,8 @@ class LargeApplications(DesktopTest):
             "soffice", "--writer", "--norestore", "--nologo", "--nofirststartwizard",
             f"-env:UserInstallation=file://{self.directory}/office", path, class_name="libreoffice", timeout=120)
         wait_for("the cursor in the document",
-                 lambda: any(p.get_state_set().contains(Atspi.StateType.FOCUSED) for p in paragraphs("soffice")), 60, 0.2)
+                 lambda: any(p.get_state_set().contains(Atspi.StateType.FOCUSED) for p in paragraphs("soffice")),
+                 60, 0.2)
         key("ctrl+Home")
         key("shift+End")
         self.run_chip()

@@ -104,6 +104,7 @@ class ModelServer::Connection : public QObject {
       }
       socket_->write(next.bytes);
       socket_->flush();
+      if (!current_) return;  // the client has gone, as the write has found out
       ++current_->writes;
       writes_.pop_front();
     }
