@@ -6,8 +6,7 @@
 
 namespace lumeno {
 
-/// Starting with the session through XDG autostart entries, as the Desktop Application Autostart
-/// Specification has it.
+/// Starting with the session through XDG autostart entries.
 class AutostartLoginItem final : public LoginItem {
  public:
   /// `program` is the path that the entry starts.
