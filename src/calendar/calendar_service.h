@@ -18,8 +18,8 @@ struct CalendarFailure {
 class CalendarService {
  public:
   virtual ~CalendarService() = default;
-  [[nodiscard]] virtual Job makeDraft(const QString& text,
-                                      std::function<void(std::variant<CalendarDraft, CalendarFailure>)> done) = 0;
+  [[nodiscard]] virtual Job makeDraft(
+      const QString& text, std::function<void(std::variant<CalendarDraft, CalendarFailure>)> done) = 0;
   /// Delivers the confirmation text. Dropping the handle drops the answer, not the save.
   [[nodiscard]] virtual Job add(const CalendarDraft& draft,
                                 std::function<void(std::variant<QString, CalendarFailure>)> done) = 0;

@@ -29,16 +29,18 @@ class FakeKeystrokeSender final : public KeystrokeSender {
   int pastes = 0;
 
  private:
-  Job send(uint64_t window, int& counter, const std::function<void()>& effect, std::function<void(Outcome)> done) {
-    return scheduler_.after(std::chrono::milliseconds(0), [this, window, &counter, &effect, done = std::move(done)] {
-      if (refuses || (windowInFront && *windowInFront != window)) {
-        done(Outcome::refused);
-        return;
-      }
-      ++counter;
-      if (effect) effect();
-      done(Outcome::sent);
-    });
+  Job send(uint64_t window, int& counter, const std::function<void()>& effect,
+           std::function<void(Outcome)> done) {
+    return scheduler_.after(std::chrono::milliseconds(0),
+                            [this, window, &counter, &effect, done = std::move(done)] {
+                              if (refuses || (windowInFront && *windowInFront != window)) {
+                                done(Outcome::refused);
+                                return;
+                              }
+                              ++counter;
+                              if (effect) effect();
+                              done(Outcome::sent);
+                            });
   }
 
   Scheduler& scheduler_;

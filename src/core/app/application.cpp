@@ -68,13 +68,13 @@ class Application::Private {
     bus.onGrantAccess = [this] { authorization.requestAccess(); };
     bus.isAccessGranted = [this] { return accessibility.isTrusted(); };
     bus.publish();
-    backdropChanges = panelWindow.compositorPresent().subscribe([this](bool present) {
-      view.setBackdrop(present ? Backdrop::translucent : Backdrop::opaque);
-    });
+    backdropChanges = panelWindow.compositorPresent().subscribe(
+        [this](bool present) { view.setBackdrop(present ? Backdrop::translucent : Backdrop::opaque); });
     preferenceProblems = preferences.problem().subscribe([this](const QString& text) {
       if (!text.isEmpty()) tray.showMessage(text);
     });
-    QObject::connect(&window, &HudWindow::cardShapeChanged, &window, [this] { panelWindow.invalidateShape(); });
+    QObject::connect(&window, &HudWindow::cardShapeChanged, &window,
+                     [this] { panelWindow.invalidateShape(); });
     QObject::connect(connection.get(), &X11Connection::broken, qApp, &QApplication::quit);
   }
 

@@ -10,7 +10,6 @@
 
 namespace lumeno {
 
-using atspi::Element;
 using atspi::Round;
 using atspi::Worker;
 

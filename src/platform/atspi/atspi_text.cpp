@@ -8,7 +8,7 @@ namespace {
 
 constexpr auto textInterface = "org.a11y.atspi.Text";
 // A selection of more than this counts as none; it is never cut.
-constexpr qsizetype largestSelection = 16 * 1024 * 1024;
+constexpr qsizetype largestSelection = qsizetype{16} * 1024 * 1024;
 // Documents nest: page, section, paragraph, link. Deeper ones are malformed or hostile.
 constexpr int deepestNesting = 40;
 constexpr int mostEmbeddedObjects = 2000;

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-/// Counts the work the detectors do, so that tests can prove linear cost without a clock: a test compares the steps
-/// taken for a text with the steps taken for eight times that text.
+/// Counts the work the detectors do, so that tests can prove linear cost without a clock: a test compares the
+/// steps taken for a text with the steps taken for eight times that text.
 namespace lumeno::detect {
 
 namespace internal {

@@ -6,8 +6,9 @@
 
 namespace lumeno::detect {
 
-/// What detection depends on besides the text: the moment, the time zone in which relative words are resolved, and
-/// the user's locale (its territory decides national phone numbers, its order the meaning of 3/4/2026).
+/// What detection depends on besides the text: the moment, the time zone in which relative words are
+/// resolved, and the user's locale (its territory decides national phone numbers, its order the meaning of
+/// 3/4/2026).
 struct Surroundings {
   QDateTime now;
   QTimeZone timeZone;
