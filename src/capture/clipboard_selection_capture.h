@@ -1,11 +1,13 @@
 #pragma once
 
 #include <QString>
+#include <QUrl>
 #include <chrono>
 #include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "base/job.h"
 #include "base/scheduler.h"
@@ -40,6 +42,10 @@ class ClipboardSelectionCapture {
   /// that.
   [[nodiscard]] Job capture(uint64_t window, CopyKey copyKey,
                             std::function<void(std::optional<QString>)> done);
+
+  /// The local files that the file manager in `window` has selected, by its copy command, in its order;
+  /// absent when nothing was copied. Otherwise as `capture`.
+  [[nodiscard]] Job captureFiles(uint64_t window, std::function<void(std::optional<std::vector<QUrl>>)> done);
 
  private:
   class Run;

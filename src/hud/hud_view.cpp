@@ -2,14 +2,9 @@
 
 namespace lumeno {
 
-HudView::HudView(HudWindow& window, HUDPanelController& panel, AppModel& model, SettingsStore& settings,
-                 Appearance& appearance, Scheduler& scheduler)
-    : window_(window),
-      panel_(panel),
-      scheduler_(scheduler),
-      state_(model, scheduler),
-      theme_(settings, appearance) {
-  window.fill(state_, theme_);
+HudView::HudView(HudWindow& window, HUDPanelController& panel, AppModel& model, Scheduler& scheduler)
+    : window_(window), panel_(panel), scheduler_(scheduler), state_(model, scheduler) {
+  window.fill(state_);
   QObject::connect(&state_, &HudState::published, &state_, [this] { reportSize(); });
   QObject::connect(&window, &HudWindow::contentSizeChanged, &state_, [this] { scheduleSizeReport(); });
   panel.onWillShow = [this] { present(); };

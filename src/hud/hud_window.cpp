@@ -2,23 +2,24 @@
 
 #include <QCursor>
 #include <QQmlContext>
-#include <QQmlEngine>
 #include <QQuickItem>
 #include <QSurfaceFormat>
 #include <cmath>
 
-#include "hud/hud_resources.h"
 #include "hud/hud_state.h"
-#include "hud/hud_theme.h"
 #include "hud/streaming_text.h"
-#include "hud/surface_provider.h"
-#include "hud/symbol_provider.h"
+#include "view_kit/view_kit.h"
+
+// Outside every namespace, as the macro demands.
+static void initializeResources() {
+  Q_INIT_RESOURCE(hud);
+}
 
 namespace lumeno {
 
 using namespace Qt::StringLiterals;
 
-HudWindow::HudWindow() {
+HudWindow::HudWindow(ViewKit& kit) : QQuickView(&kit.engine(), nullptr), kit_(kit) {
   setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowStaysOnTopHint |
            Qt::WindowDoesNotAcceptFocus);
   setTitle(u"Lumeno"_s);
@@ -29,15 +30,11 @@ HudWindow::HudWindow() {
   setResizeMode(QQuickView::SizeRootObjectToView);
 
   qmlRegisterType<StreamingText>("Lumeno.Hud", 1, 0, "StreamingText");
-  engine()->addImageProvider(u"symbol"_s, new SymbolProvider);
-  engine()->addImageProvider(u"surface"_s, new SurfaceProvider);
+  initializeResources();
 }
 
-void HudWindow::fill(HudState& state, HudTheme& theme) {
-  initializeHudResources();
-  theme_ = &theme;
+void HudWindow::fill(HudState& state) {
   rootContext()->setContextProperty(u"hud"_s, &state);
-  rootContext()->setContextProperty(u"theme"_s, &theme);
   rootContext()->setContextProperty(u"hudWindow"_s, this);
   setSource(QUrl(u"qrc:/lumeno/hud/qml/Hud.qml"_s));
 
@@ -52,7 +49,6 @@ void HudWindow::fill(HudState& state, HudTheme& theme) {
 
 void HudWindow::clear() {
   setSource({});
-  theme_ = nullptr;
 }
 
 Size HudWindow::contentSize() {
@@ -83,7 +79,7 @@ bool HudWindow::pointerHasMoved() const {
 }
 
 bool HudWindow::event(QEvent* event) {
-  if (event->type() == QEvent::ApplicationFontChange && theme_) theme_->updateMetrics();
+  if (event->type() == QEvent::ApplicationFontChange) kit_.theme().updateMetrics();
   return QQuickView::event(event);
 }
 

@@ -8,17 +8,18 @@
 namespace lumeno {
 
 class HudState;
-class HudTheme;
+class ViewKit;
 
 /// The HUD's window: a borderless, transparent Qt Quick window whose card fills it up to a margin that holds
 /// the shadow. Whoever shows it gives it the size that its content reports. Main thread.
 class HudWindow : public QQuickView {
   Q_OBJECT
  public:
-  HudWindow();
+  /// The kit must outlive the window.
+  explicit HudWindow(ViewKit& kit);
 
   /// Fills the window. What it is filled from must stay until `clear`.
-  void fill(HudState& state, HudTheme& theme);
+  void fill(HudState& state);
   void clear();
 
   /// The size the content wants at this moment, margins included, in whole logical pixels.
@@ -44,7 +45,7 @@ class HudWindow : public QQuickView {
   bool event(QEvent* event) override;
 
  private:
-  HudTheme* theme_ = nullptr;
+  ViewKit& kit_;
   QPoint restingPointer_;
 };
 

@@ -69,7 +69,7 @@ class Application::Private {
     bus.isAccessGranted = [this] { return accessibility.isTrusted(); };
     bus.publish();
     backdropChanges = panelWindow.compositorPresent().subscribe(
-        [this](bool present) { view.setBackdrop(present ? Backdrop::translucent : Backdrop::opaque); });
+        [this](bool present) { theme.setBackdrop(present ? Backdrop::translucent : Backdrop::opaque); });
     preferenceProblems = preferences.problem().subscribe([this](const QString& text) {
       if (!text.isEmpty()) tray.showMessage(text);
     });
@@ -108,7 +108,9 @@ class Application::Private {
   FeedbackService feedback{sound, haptics};
 
   // The HUD.
-  HudWindow window;
+  Theme theme{settings, appearance};
+  ViewKit viewKit{theme};
+  HudWindow window{viewKit};
   X11PanelWindow panelWindow{*connection, window, screens, ownWindows, [this] { return cardShape(window); }};
   HUDPanelController panel{panelWindow, screens, input, appearance};
   AppModel model{{.accessibility = authorization,
@@ -122,7 +124,7 @@ class Application::Private {
                   .urlOpener = urlOpener,
                   .scheduler = scheduler,
                   .aiServices = aiServiceFactory(nullptr)}};
-  HudView view{window, panel, model, settings, appearance, scheduler};
+  HudView view{window, panel, model, scheduler};
   Tray tray{model, settings, authorization, urlOpener, [this] { quit(); }};
   Subscription backdropChanges;
   Subscription preferenceProblems;

@@ -3,7 +3,7 @@
 #include <QGuiApplication>
 #include <QPalette>
 
-#include "hud/icon_renderer.h"
+#include "view_kit/icon_renderer.h"
 
 namespace lumeno {
 

@@ -16,6 +16,8 @@
 #include "core/model/hud_phase.h"
 #include "core/model/hud_presenter.h"
 #include "core/settings/settings_store.h"
+#include "files/file_action_session.h"
+#include "files/finder_selection_observer.h"
 #include "hotkey/hotkey_monitor.h"
 #include "platform/event_monitor.h"
 #include "platform/url_opener.h"
@@ -54,6 +56,8 @@ class AppModel {
   // Published state. Views read and observe it; only the model assigns it (`isHintCollapsed` through
   // `expandHint`).
   Observable<std::optional<Selection>> selection;
+  /// The open file command bar; null when there is none. A session lives on while somebody still holds it.
+  Observable<std::shared_ptr<FileActionSession>> fileSession;
   Observable<std::vector<ActionSuggestion>> suggestions;
   Observable<HUDPhase> phase{HUDPhase{phase::Suggestions{}}};
   Observable<bool> usedAI;

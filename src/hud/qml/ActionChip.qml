@@ -1,4 +1,5 @@
 import QtQuick
+import "../../view_kit/qml"
 
 // One suggestion that the user can run: by clicking it, by Return while it is selected, or by its number.
 Item {

@@ -1,4 +1,5 @@
 import QtQuick
+import "../../view_kit/qml"
 
 // The surface that everything sits on. What it holds is clipped to its bounds.
 Item {

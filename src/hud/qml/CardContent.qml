@@ -1,4 +1,5 @@
 import QtQuick
+import "../../view_kit/qml"
 
 // The inside of the expanded card: a header and, below it, what the phase shows.
 Item {

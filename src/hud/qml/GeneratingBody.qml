@@ -1,4 +1,5 @@
 import QtQuick
+import "../../view_kit/qml"
 
 // A suggestion at work: bars until there is text, then the text; and the way back.
 Item {

@@ -1,4 +1,5 @@
 import QtQuick
+import "../../view_kit/qml"
 
 // What the card is about, and the way out.
 Item {

@@ -1,4 +1,5 @@
 import QtQuick
+import "../../view_kit/qml"
 
 // The collapsed form: the best action and how many more there are.
 Item {

@@ -1,4 +1,5 @@
 import QtQuick
+import "../../view_kit/qml"
 
 // The whole window: the card with its margin, which holds the shadow. Its implicit size is what the window is to be
 // given; the card fills what the window is.

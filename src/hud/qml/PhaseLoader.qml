@@ -1,4 +1,5 @@
 import QtQuick
+import "../../view_kit/qml"
 
 // One of several views in one place: there while it is shown, and as long as it takes to fade away. Every showing
 // makes a new view.

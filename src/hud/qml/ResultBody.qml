@@ -1,4 +1,5 @@
 import QtQuick
+import "../../view_kit/qml"
 
 // The finished text with what can be done with it.
 Item {

@@ -1,4 +1,5 @@
 import QtQuick
+import "../../view_kit/qml"
 
 // The placeholder until the first text arrives.
 Item {

@@ -1,4 +1,5 @@
 import QtQuick
+import "../../view_kit/qml"
 import Lumeno.Hud
 
 // The text as it streams in, kept scrolled to its end.

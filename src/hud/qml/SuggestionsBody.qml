@@ -1,4 +1,5 @@
 import QtQuick
+import "../../view_kit/qml"
 
 // The chips, or that there are none.
 Item {

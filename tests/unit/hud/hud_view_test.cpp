@@ -32,7 +32,7 @@ class HudViewTest : public HudFixture {
     panelWindow.onFrame = [this](const Rect& frame) {
       window.resize(static_cast<int>(frame.width), static_cast<int>(frame.height));
     };
-    view.emplace(window, panel, model, settings, appearance, scheduler);
+    view.emplace(window, panel, model, scheduler);
   }
   ~HudViewTest() override {
     EXPECT_EQ(warnings, QStringList());
@@ -75,7 +75,9 @@ class HudViewTest : public HudFixture {
     if (!folder.isEmpty()) image.save(u"%1/%2.png"_s.arg(folder, name));
   }
 
-  HudWindow window;
+  Theme theme{settings, appearance};
+  ViewKit kit{theme};
+  HudWindow window{kit};
   std::optional<HudView> view;
 
  private:

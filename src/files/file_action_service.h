@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <variant>
+#include <vector>
+
+#include "ai/ai_service.h"
+#include "base/job.h"
+#include "core/settings/settings_enums.h"
+#include "files/caution/caution.h"
+#include "platform/command_shell.h"
+#include "records/file_command.h"
+#include "records/file_selection.h"
+
+namespace lumeno {
+
+/// A planned command with what to be cautious about.
+struct CommandPlan {
+  FileCommand command;
+  std::vector<Caution> cautions;
+};
+
+/// Plans shell commands with a language model and runs the reviewed ones. A value, made from the settings for
+/// each session. Main thread; no callback is made before the call returns.
+class FileActionService {
+ public:
+  /// Why no command was planned, as told to the user.
+  enum class PlanError { backendUnavailable, emptyResponse };
+  [[nodiscard]] static QString message(PlanError error);
+
+  /// The shell must outlive the service and its jobs.
+  FileActionService(AIServiceFactory services, CommandShell& shell, AIBackend backend,
+                    const QString& ollamaModel);
+
+  /// One command for `instruction` (trimmed), cleaned and screened, or the text of what went wrong.
+  [[nodiscard]] Job plan(const QString& instruction, const FileSelection& selection,
+                         std::function<void(std::variant<CommandPlan, QString>)> done) const;
+
+  /// Runs the command for at most 60 s. Never fails: every problem is told in the outcome. Dropping the
+  /// handle drops the outcome, not the command.
+  [[nodiscard]] Job run(const FileCommand& command, std::function<void(FileActionOutcome)> done) const;
+
+ private:
+  AIServiceFactory services_;
+  CommandShell& shell_;
+  AIBackend backend_;
+  QString ollamaModel_;
+};
+
+}  // namespace lumeno

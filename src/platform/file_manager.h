@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QUrl>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "base/geometry.h"
+#include "base/job.h"
+
+namespace lumeno {
+
+/// What is selected in the file manager in front. Main thread; asynchronous, nothing here waits for another
+/// process, and every answer comes within a deadline.
+class FileManager {
+ public:
+  virtual ~FileManager() = default;
+
+  enum class Read {
+    quick,     ///< for polling: what can be told at little cost, from what is known if nothing has changed
+    thorough,  ///< for a request of the user's: however many items there are
+  };
+
+  /// The exact local paths of the selected items as file URLs in the file manager's order; empty when nothing
+  /// (or something that is no local file, as in the trash or on a remote place) is selected; absent when the
+  /// selection cannot be told exactly this way. Never a guess. `done` is called on the main thread, never
+  /// before the call returns.
+  [[nodiscard]] virtual Job readSelection(Read read,
+                                          std::function<void(std::optional<std::vector<QUrl>>)> done) = 0;
+
+  /// The frame of the file manager's front window in accessibility space; absent when there is none or it is
+  /// not known. Answers from what is known.
+  [[nodiscard]] virtual std::optional<Rect> frontWindowFrame() = 0;
+};
+
+}  // namespace lumeno

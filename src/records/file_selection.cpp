@@ -1,0 +1,56 @@
+#include "records/file_selection.h"
+
+#include <QDir>
+
+namespace lumeno {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Without a trailing slash, "." and "..": what is lexically the same folder reads the same.
+QByteArray standardised(const QByteArray& path) {
+  QByteArrayList parts;
+  for (const QByteArray& part : path.split('/')) {
+    if (part.isEmpty() || part == ".") continue;
+    if (part != "..") {
+      parts.append(part);
+    } else if (!parts.isEmpty()) {
+      parts.removeLast();
+    }
+  }
+  return '/' + parts.join('/');
+}
+
+QByteArray name(const QUrl& url) {
+  const QByteArray path = standardised(localPath(url));
+  return path.mid(path.lastIndexOf('/') + 1);
+}
+
+}  // namespace
+
+QByteArray localPath(const QUrl& url) {
+  return QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());
+}
+
+QUrl fileUrl(const QByteArray& path) {
+  return QUrl::fromEncoded("file://" + path.toPercentEncoding("/"), QUrl::StrictMode);
+}
+
+QUrl FileSelection::parentDirectory() const {
+  if (urls.empty()) return fileUrl(QDir::homePath().toUtf8());
+  const QByteArray path = standardised(localPath(urls.front()));
+  return fileUrl(standardised(path.left(path.lastIndexOf('/'))));
+}
+
+QStringList FileSelection::itemNames() const {
+  QStringList names;
+  for (const QUrl& url : urls) names.append(QString::fromUtf8(name(url)));
+  return names;
+}
+
+QString FileSelection::displayLabel() const {
+  return urls.size() == 1 ? QString::fromUtf8(name(urls.front())) : u"%1 items"_s.arg(urls.size());
+}
+
+}  // namespace lumeno

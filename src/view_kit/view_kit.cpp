@@ -1,0 +1,28 @@
+#include "view_kit/view_kit.h"
+
+#include <QQmlContext>
+
+#include "view_kit/surface_provider.h"
+#include "view_kit/symbol_provider.h"
+
+// Outside every namespace, as the macro demands.
+static void initializeResources() {
+  Q_INIT_RESOURCE(view_kit);
+}
+
+namespace lumeno {
+
+using namespace Qt::StringLiterals;
+
+void initializeViewKitResources() {
+  initializeResources();
+}
+
+ViewKit::ViewKit(Theme& theme) : theme_(theme) {
+  initializeViewKitResources();
+  engine_.addImageProvider(u"symbol"_s, new SymbolProvider);
+  engine_.addImageProvider(u"surface"_s, new SurfaceProvider);
+  engine_.rootContext()->setContextProperty(u"theme"_s, &theme);
+}
+
+}  // namespace lumeno
