@@ -4,6 +4,7 @@
 #include <unicode/uchar.h>
 #include <unicode/utext.h>
 
+#include <QStringDecoder>
 #include <memory>
 
 namespace lumeno::text {
@@ -113,6 +114,13 @@ qsizetype wordCount(QStringView s) {
 
 std::vector<QStringView> lines(QStringView s) {
   return split(s, isLineBreak);
+}
+
+std::optional<QString> decodedUtf8(QByteArrayView bytes) {
+  using Flag = QStringConverter::Flag;
+  QStringDecoder decoder(QStringDecoder::Utf8, Flag::Stateless | Flag::ConvertInitialBom);
+  QString text = decoder.decode(bytes);
+  return decoder.hasError() ? std::nullopt : std::optional(std::move(text));
 }
 
 }  // namespace lumeno::text

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QByteArrayView>
 #include <QString>
 #include <QStringView>
+#include <optional>
 #include <vector>
 
 /// Text helpers shared by everything that looks at a selection. All are linear in the text.
@@ -27,6 +29,10 @@ namespace lumeno::text {
 /// The maximal runs of characters that are not Unicode White_Space.
 [[nodiscard]] std::vector<QStringView> words(QStringView s);
 [[nodiscard]] qsizetype wordCount(QStringView s);
+
+/// The text that `bytes` are the UTF-8 form of, with a byte order mark if they begin with one; absent when
+/// they are not valid UTF-8.
+[[nodiscard]] std::optional<QString> decodedUtf8(QByteArrayView bytes);
 
 /// The text split at line breaks (U+000A to U+000D, U+0085, U+2028, U+2029), empty pieces dropped.
 [[nodiscard]] std::vector<QStringView> lines(QStringView s);

@@ -15,10 +15,11 @@
 
 namespace lumeno {
 
-/// Watches what is selected in the file manager while that is the frontmost application. Main thread.
+/// Watches what is selected in the file manager while that is the frontmost application. While neither it nor
+/// this program is in front, nothing is polled. Main thread.
 class FinderSelectionObserver {
  public:
-  /// All must outlive the observer.
+  /// All must outlive the observer, and the observer must outlive its jobs.
   FinderSelectionObserver(FileManager& fileManager, Workspace& workspace,
                           AccessibilityAuthorization& accessibility, ClipboardSelectionCapture& capture,
                           Scheduler& scheduler);

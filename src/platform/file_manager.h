@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QStringView>
 #include <QUrl>
 #include <functional>
 #include <optional>
@@ -9,6 +10,9 @@
 #include "base/job.h"
 
 namespace lumeno {
+
+/// The identifier under which rules know every file manager.
+inline constexpr QStringView fileManagerBundleIdentifier = u"com.apple.finder";
 
 /// What is selected in the file manager in front. Main thread; asynchronous, nothing here waits for another
 /// process, and every answer comes within a deadline.

@@ -22,6 +22,8 @@ struct FileActionOutcome {
   QString stdoutText;
   QString stderrText;
   int32_t exitCode = 0;
+  /// Whether it was stopped before its end; `stderrText` then says why, and is to be shown beside any output.
+  bool wasStopped = false;
   bool operator==(const FileActionOutcome&) const = default;
 
   /// The one text to show: the trimmed output, else the trimmed errors, else how it ended.

@@ -1,6 +1,7 @@
 #include "records/file_selection.h"
 
 #include <QDir>
+#include <algorithm>
 
 namespace lumeno {
 
@@ -22,11 +23,6 @@ QByteArray standardised(const QByteArray& path) {
   return '/' + parts.join('/');
 }
 
-QByteArray name(const QUrl& url) {
-  const QByteArray path = standardised(localPath(url));
-  return path.mid(path.lastIndexOf('/') + 1);
-}
-
 }  // namespace
 
 QByteArray localPath(const QUrl& url) {
@@ -37,6 +33,16 @@ QUrl fileUrl(const QByteArray& path) {
   return QUrl::fromEncoded("file://" + path.toPercentEncoding("/"), QUrl::StrictMode);
 }
 
+QByteArray itemName(const QUrl& url) {
+  const QByteArray path = standardised(localPath(url));
+  return path.mid(path.lastIndexOf('/') + 1);
+}
+
+bool FileSelection::operator==(const FileSelection& other) const {
+  // The same path can be spelt in several URLs, but hardly ever is.
+  return urls == other.urls || std::ranges::equal(urls, other.urls, {}, localPath, localPath);
+}
+
 QUrl FileSelection::parentDirectory() const {
   if (urls.empty()) return fileUrl(QDir::homePath().toUtf8());
   const QByteArray path = standardised(localPath(urls.front()));
@@ -45,12 +51,12 @@ QUrl FileSelection::parentDirectory() const {
 
 QStringList FileSelection::itemNames() const {
   QStringList names;
-  for (const QUrl& url : urls) names.append(QString::fromUtf8(name(url)));
+  for (const QUrl& url : urls) names.append(QString::fromUtf8(itemName(url)));
   return names;
 }
 
 QString FileSelection::displayLabel() const {
-  return urls.size() == 1 ? QString::fromUtf8(name(urls.front())) : u"%1 items"_s.arg(urls.size());
+  return urls.size() == 1 ? QString::fromUtf8(itemName(urls.front())) : u"%1 items"_s.arg(urls.size());
 }
 
 }  // namespace lumeno

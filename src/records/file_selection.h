@@ -18,7 +18,7 @@ struct FileSelection {
   std::optional<Rect> anchor;  ///< accessibility space; absent when unknown
 
   /// Whether the same paths are selected in the same order.
-  bool operator==(const FileSelection& other) const { return urls == other.urls; }
+  bool operator==(const FileSelection& other) const;
 
   /// The standardised folder that holds the first item; the user's home folder when there is none.
   [[nodiscard]] QUrl parentDirectory() const;
@@ -32,5 +32,7 @@ struct FileSelection {
 [[nodiscard]] QByteArray localPath(const QUrl& url);
 /// The file URL of an absolute path, byte for byte.
 [[nodiscard]] QUrl fileUrl(const QByteArray& path);
+/// The last component of a file URL's path, byte for byte.
+[[nodiscard]] QByteArray itemName(const QUrl& url);
 
 }  // namespace lumeno

@@ -16,6 +16,9 @@ class FakeKeystrokeSender final : public KeystrokeSender {
   Job sendCopy(uint64_t window, std::function<void(Outcome)> done) override {
     return send(window, copies, onCopy, std::move(done));
   }
+  Job sendCopyFiles(uint64_t window, std::function<void(Outcome)> done) override {
+    return send(window, fileCopies, onCopy, std::move(done));
+  }
   Job sendPaste(uint64_t window, std::function<void(Outcome)> done) override {
     return send(window, pastes, onPaste, std::move(done));
   }
@@ -26,6 +29,7 @@ class FakeKeystrokeSender final : public KeystrokeSender {
   std::function<void()> onCopy;
   std::function<void()> onPaste;
   int copies = 0;  ///< keystrokes that were sent
+  int fileCopies = 0;
   int pastes = 0;
 
  private:

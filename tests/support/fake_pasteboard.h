@@ -5,6 +5,7 @@
 
 #include "base/scheduler.h"
 #include "platform/pasteboard.h"
+#include "records/uri_list.h"
 
 namespace lumeno {
 
@@ -35,6 +36,17 @@ class FakePasteboard final : public Pasteboard {
 
   Job readString(std::function<void(std::optional<QString>)> done) override {
     return scheduler_.after(std::chrono::milliseconds(0), [this, done = std::move(done)] { done(string()); });
+  }
+
+  Job readFileUrls(std::function<void(std::optional<std::vector<QUrl>>)> done) override {
+    return scheduler_.after(std::chrono::milliseconds(0), [this, done = std::move(done)] {
+      for (const auto& item : items) {
+        for (const auto& [type, data] : item.dataByType) {
+          if (type == "text/uri-list") return done(fileUrlsInUriList(data));
+        }
+      }
+      done(std::nullopt);
+    });
   }
 
   void setString(const QString& text) override { put({{plainText(), text.toUtf8()}}); }

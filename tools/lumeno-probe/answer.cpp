@@ -23,6 +23,10 @@ constexpr auto operations = std::to_array<Operation>({
     {"features"_L1, features},
     {"template"_L1, localTemplate},
     {"prompt"_L1, prompt},
+    {"draftTitle"_L1, draftTitle},
+    {"planPrompt"_L1, planPrompt},
+    {"sanitize"_L1, sanitize},
+    {"screen"_L1, screen},
     {"shortcut"_L1, shortcut},
     {"place"_L1, place},
 });

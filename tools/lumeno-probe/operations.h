@@ -13,6 +13,10 @@ namespace lumeno::probe {
 [[nodiscard]] QJsonObject features(const Request& request);
 [[nodiscard]] QJsonObject localTemplate(const Request& request);
 [[nodiscard]] QJsonObject prompt(const Request& request);
+[[nodiscard]] QJsonObject draftTitle(const Request& request);
+[[nodiscard]] QJsonObject planPrompt(const Request& request);
+[[nodiscard]] QJsonObject sanitize(const Request& request);
+[[nodiscard]] QJsonObject screen(const Request& request);
 [[nodiscard]] QJsonObject shortcut(const Request& request);
 [[nodiscard]] QJsonObject place(const Request& request);
 

@@ -1,4 +1,5 @@
 #include "ai/prompt/prompt.h"
+#include "calendar/draft_title.h"
 #include "hotkey/key_names.h"
 #include "operations.h"
 #include "suggest/local_templates.h"
@@ -17,6 +18,10 @@ QJsonObject prompt(const Request& request) {
   suggestion.title = request.string("title"_L1);
   suggestion.preview = request.string("preview"_L1);
   return {{"prompt"_L1, buildPrompt(suggestion, request.context())}};
+}
+
+QJsonObject draftTitle(const Request& request) {
+  return {{"title"_L1, lumeno::draftTitle(request.string("text"_L1))}};
 }
 
 QJsonObject shortcut(const Request& request) {

@@ -19,7 +19,8 @@ struct Caution {
 struct CautionSurroundings {
   QString workingDirectory;  ///< absolute
   QString homeDirectory;     ///< absolute
-  /// Whether something is there already; paths are absolute. May read the file system.
+  /// Whether something is there already; paths are absolute, and one that ends in "/." asks for a folder.
+  /// May read the file system; called at most a few hundred times.
   std::function<bool(const QString& path)> exists;
 };
 

@@ -19,6 +19,7 @@ namespace {
 
 struct Options {
   std::optional<QStringList> pieces;
+  std::vector<std::pair<QString, QString>> answers;  ///< a part of the prompt, and what is then answered
   int status = 200;
   std::chrono::milliseconds delay{0};
   bool stall = false;
@@ -38,7 +39,10 @@ QString between(const QString& text, const QString& begin, const QString& end) {
   return from < 0 ? QString() : text.mid(from + begin.size()).section(end, 0, 0);
 }
 
-QString answerTo(const QString& prompt) {
+QString answerTo(const QString& prompt, const Options& options) {
+  for (const auto& [part, answer] : options.answers) {
+    if (prompt.contains(part)) return answer;
+  }
   const QString selected = between(prompt, u"\"\"\"\n"_s, u"\n\"\"\""_s);
   const QString task = between(prompt, u"Task: "_s, u"\n"_s);
   if (task.contains("professional"_L1, Qt::CaseInsensitive)) {
@@ -56,7 +60,8 @@ ModelServer::Reply reply(const Options& options, const ModelServer::Request& req
     reply = lumeno::tagsReply(options.models);
   } else if (request.path == "/api/generate" && request.method == "POST") {
     const QJsonObject body = QJsonDocument::fromJson(request.body).object();
-    const QStringList pieces = options.pieces.value_or(wordPieces(answerTo(body["prompt"_L1].toString())));
+    const QStringList pieces =
+        options.pieces.value_or(wordPieces(answerTo(body["prompt"_L1].toString(), options)));
     reply = body["stream"_L1].toBool(true) ? lumeno::streamedReply(pieces)
                                            : lumeno::wholeReply(pieces.join(QString()));
     reply.status = options.status;
@@ -84,10 +89,13 @@ void logExchange(const ModelServer::Exchange& exchange) {
   std::fflush(stdout);
 }
 
-std::optional<QStringList> readPieces(const QString& path) {
+QJsonDocument readJson(const QString& path) {
   QFile file(path);
-  const QJsonDocument document =
-      file.open(QFile::ReadOnly) ? QJsonDocument::fromJson(file.readAll()) : QJsonDocument();
+  return file.open(QFile::ReadOnly) ? QJsonDocument::fromJson(file.readAll()) : QJsonDocument();
+}
+
+std::optional<QStringList> readPieces(const QString& path) {
+  const QJsonDocument document = readJson(path);
   if (!document.isArray()) return std::nullopt;
   QStringList pieces;
   for (const auto& piece : document.array().toVariantList()) pieces += piece.toString();
@@ -103,6 +111,9 @@ int main(int argc, char** argv) {
   parser.addOptions({
       {u"port"_s, u"Port on 127.0.0.1; 0 takes any free one."_s, u"number"_s, u"11434"_s},
       {u"answer"_s, u"The answer to every prompt, sent word by word."_s, u"text"_s},
+      {u"answers-file"_s,
+       u"Answers by what the prompt holds: a JSON array of arrays of two strings. The first that fits counts."_s,
+       u"path"_s},
       {u"pieces-file"_s, u"The pieces of the answer to every prompt: a JSON array of strings."_s, u"path"_s},
       {u"delay-ms"_s, u"Wait before each piece."_s, u"milliseconds"_s, u"0"_s},
       {u"status"_s, u"HTTP status of every answer to a prompt."_s, u"code"_s, u"200"_s},
@@ -117,6 +128,12 @@ int main(int argc, char** argv) {
   options.stall = parser.isSet(u"stall"_s);
   options.models = parser.value(u"models"_s).split(u',', Qt::SkipEmptyParts);
   if (parser.isSet(u"answer"_s)) options.pieces = wordPieces(parser.value(u"answer"_s));
+  if (parser.isSet(u"answers-file"_s)) {
+    const QJsonDocument document = readJson(parser.value(u"answers-file"_s));
+    if (!document.isArray()) qFatal("the answers file is no JSON array");
+    for (const auto& entry : document.array())
+      options.answers.emplace_back(entry[0].toString(), entry[1].toString());
+  }
   if (parser.isSet(u"pieces-file"_s)) {
     options.pieces = readPieces(parser.value(u"pieces-file"_s));
     if (!options.pieces) qFatal("the pieces file is no JSON array of strings");

@@ -62,5 +62,16 @@ TEST(Lines, SplitAtEveryLineBreakAndDropEmptyPieces) {
   EXPECT_TRUE(lines(u"\n\r\n").empty());
 }
 
+TEST(Utf8, IsTakenWholeOrNotAtAll) {
+  EXPECT_EQ(decodedUtf8("h\xC3\xA9\n"), u"hé\n"_s);
+  EXPECT_EQ(decodedUtf8(""), QString());
+  EXPECT_EQ(decodedUtf8(QByteArrayView("a\0b", 3)), QString::fromUtf16(u"a\0b", 3));
+  EXPECT_EQ(decodedUtf8("\xEF\xBB\xBFx"), u"\uFEFFx"_s);
+  EXPECT_EQ(decodedUtf8("\xF0\x9F\x98\x80"), u"😀"_s);
+  for (const char* invalid : {"\xFF", "ok\xC3", "\xC3(", "\xED\xA0\x80", "\xC0\x80", "\xF4\x90\x80\x80"}) {
+    EXPECT_EQ(decodedUtf8(invalid), std::nullopt) << QByteArray(invalid).toHex().constData();
+  }
+}
+
 }  // namespace
 }  // namespace lumeno::text

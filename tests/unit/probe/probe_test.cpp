@@ -83,6 +83,11 @@ TEST(ProbeFields, MissingOrWrongFieldsAreErrors) {
       {{"op"_L1, "shortcut"_L1}, {"keyCode"_L1, 65536}, {"modifiers"_L1, 0}},
       {{"op"_L1, "shortcut"_L1}, {"keyCode"_L1, 1.5}, {"modifiers"_L1, 0}},
       {{"op"_L1, "shortcut"_L1}, {"keyCode"_L1, 1}, {"modifiers"_L1, -1}},
+      {{"op"_L1, "planPrompt"_L1}, {"paths"_L1, QJsonArray()}},
+      {{"op"_L1, "planPrompt"_L1}, {"instruction"_L1, ""_L1}, {"paths"_L1, QJsonArray{1}}},
+      {{"op"_L1, "planPrompt"_L1}, {"instruction"_L1, ""_L1}, {"paths"_L1, QJsonArray{"a/b"_L1}}},
+      {{"op"_L1, "sanitize"_L1}},
+      {{"op"_L1, "screen"_L1}, {"command"_L1, QJsonValue::Null}},
       changed(place, "mouse"_L1, QJsonArray{1}),
       changed(place, "anchor"_L1, QJsonArray{1, 2, 3, "4"_L1}),
       changed(place, "width"_L1, "1"_L1),
@@ -166,6 +171,8 @@ TEST(ProbeTexts, AnswerThroughTheSharedFunctions) {
             QJsonValue(u"⌥⌘Space"_s));
   EXPECT_EQ(ask({{"op"_L1, "template"_L1}, {"kind"_L1, "link"_L1}, {"text"_L1, " as given "_L1}})["text"_L1],
             " as given "_L1);
+  EXPECT_EQ(ask({{"op"_L1, "draftTitle"_L1}, {"text"_L1, "\n Lunch at 1 \nwith Mira"_L1}})["title"_L1],
+            "Lunch at 1"_L1);
   const auto placed =
       ask({{"op"_L1, "place"_L1},
            {"screens"_L1, QJsonArray{QJsonObject{{"frame"_L1, QJsonArray{0, 0, 1440, 900}},
@@ -176,6 +183,21 @@ TEST(ProbeTexts, AnswerThroughTheSharedFunctions) {
            {"width"_L1, 360},
            {"height"_L1, 150}});
   EXPECT_EQ(placed, (QJsonObject{{"frame"_L1, QJsonArray{520, 690, 360, 150}}, {"isFlippedBelow"_L1, true}}));
+}
+
+TEST(ProbeFiles, AnswerThroughTheSharedFunctions) {
+  const auto plan = ask({{"op"_L1, "planPrompt"_L1},
+                         {"instruction"_L1, "zip them"_L1},
+                         {"paths"_L1, QJsonArray{"/d/one two/a%20.txt"_L1, u"/d/one two/ü\n"_s}}});
+  EXPECT_EQ(plan["workingDirectory"_L1], "/d/one two"_L1);
+  EXPECT_TRUE(plan["prompt"_L1].toString().contains(
+      u"set to:\n/d/one two\n\nSelected items (in that directory):\n- a%20.txt\n- $'ü\\n'\n\nRules:"_s));
+  EXPECT_EQ(ask({{"op"_L1, "sanitize"_L1}, {"output"_L1, "```\n$ ls\n```"_L1}}),
+            (QJsonObject{{"command"_L1, "ls"_L1}}));
+  EXPECT_EQ(ask({{"op"_L1, "screen"_L1}, {"command"_L1, "rm -rf ~"_L1}})["blockedReason"_L1],
+            "This command was blocked because it recursively deletes a top-level or home path."_L1);
+  EXPECT_EQ(ask({{"op"_L1, "screen"_L1}, {"command"_L1, "rm -r a"_L1}}),
+            (QJsonObject{{"blockedReason"_L1, QJsonValue::Null}}));
 }
 
 }  // namespace

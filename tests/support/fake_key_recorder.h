@@ -1,0 +1,25 @@
+#pragma once
+
+#include <utility>
+
+#include "platform/key_recorder.h"
+
+namespace lumeno {
+
+class FakeKeyRecorder final : public KeyRecorder {
+ public:
+  Subscription recordKeys(std::function<void(KeyPress)> handler) override {
+    return refuses ? Subscription() : keys_.connect(std::move(handler));
+  }
+
+  /// A key pressed anywhere.
+  void press(uint16_t keyCode, uint64_t modifiers = 0) { keys_.emit({keyCode, modifiers}); }
+  [[nodiscard]] bool isRecording() const { return keys_.hasListeners(); }
+
+  bool refuses = false;
+
+ private:
+  Signal<KeyPress> keys_;
+};
+
+}  // namespace lumeno
