@@ -69,16 +69,12 @@ class Bench(DesktopTest):
         report("  median", figures["median"], 120, "ms")
         print(f"  missed: {figures['missed']}")
 
-        key("ctrl+a")
-        self.wait_for_pill()
+        self.idle(process_id, "idle for 20 s with a selection on screen")
+        self.every_window_once()
         time.sleep(2)
-        cpu, wakeups = cpu_and_wakeups(process_id)
-        time.sleep(20)
-        cpu_after, wakeups_after = cpu_and_wakeups(process_id)
-        report("idle for 20 s with a selection on screen: CPU of all threads", cpu_after - cpu, 10, "ms")
-        report("  wake-ups a second", (wakeups_after - wakeups) / 20, 5, "")
+        report("every window opened and closed once (PSS)", pss(process_id), 60, "MB")
+        self.idle(process_id, "idle again for 20 s")
 
-        key("Escape")
         times = []
         for _ in range(10):
             self.lumeno.stop()
@@ -89,6 +85,33 @@ class Bench(DesktopTest):
             desktop.wait_for("Lumeno on the bus", self.answers_on_the_bus, interval=0.002)
             times.append((time.monotonic() - begin) * 1000)
         report("start to monitors installed and observer started, median of 10", statistics.median(times), 400, "ms")
+
+    def idle(self, process_id, what):
+        key("ctrl+a")
+        self.wait_for_pill()
+        time.sleep(2)
+        cpu, wakeups = cpu_and_wakeups(process_id)
+        time.sleep(20)
+        cpu_after, wakeups_after = cpu_and_wakeups(process_id)
+        report(f"{what}: CPU of all threads", cpu_after - cpu, 10, "ms")
+        report("  wake-ups a second", (wakeups_after - wakeups) / 20, 5, "")
+        key("Escape")
+        key("Right")
+
+    def every_window_once(self):
+        self.bus_call("ShowSettings")
+        for tab in ("General", "Actions", "Appearance", "AI"):
+            self.wait_for_name(tab)
+            self.view.press(tab)
+            time.sleep(0.5)
+        key("Escape")
+        desktop.wait_for("Settings to close", lambda: not self.view.find("Appearance"))
+        self.bus_call("ShowWelcome")
+        for button in ("Get started", "Set permissions", "Personalize", "Finish setup", "Start using Lumeno"):
+            self.wait_for_name(button)
+            time.sleep(0.5)
+            self.view.press(button)
+        desktop.wait_for("the welcome to close", lambda: not self.view.find("Start using Lumeno"))
 
     def answers_on_the_bus(self):
         import gi.repository.Gio as Gio

@@ -221,12 +221,18 @@ class View:
                 return accessible
         return None
 
+    def press_action(self, accessible):
+        """The number of the action that presses it; None when it cannot be pressed."""
+        names = [accessible.get_action_name(i).lower() for i in range(accessible.get_n_actions())]
+        return next((i for i, name in enumerate(names) if name in ("press", "click", "toggle")), None)
+
+    def pressable(self, name):
+        """A control may share its name with the window or a text."""
+        return next((a for a in self.all() if a.get_name() == name and self.press_action(a) is not None), None)
+
     def press(self, name):
-        target = wait_for(f"a control named “{name}”", lambda: self.find(name))
-        assert target.get_n_actions() > 0, f"“{name}” cannot be pressed over accessibility"
-        names = [target.get_action_name(i).lower() for i in range(target.get_n_actions())]
-        index = next((i for i, n in enumerate(names) if n in ("press", "click")), 0)
-        assert target.do_action(index)
+        target = wait_for(f"a control named “{name}” that can be pressed", lambda: self.pressable(name))
+        assert target.do_action(self.press_action(target))
 
 
 class DesktopTest(unittest.TestCase):
@@ -252,7 +258,11 @@ class DesktopTest(unittest.TestCase):
         self.model = None
         if self.model_server:
             self.start_model_server(*self.model_arguments)
+        self.before_lumeno()
         self.start_lumeno()
+
+    def before_lumeno(self):
+        """What must be there when the program starts."""
 
     def stop_all(self):
         for process in reversed(self.started):

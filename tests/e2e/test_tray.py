@@ -1,86 +1,80 @@
 #!/usr/bin/python3
-"""The tray item and its menu, through the D-Bus interfaces that a panel uses."""
+"""The tray item and its menu in a real panel, and a program started once more."""
 
 import json
-import threading
+import os
+import subprocess
 
 import desktop
-from desktop import DesktopTest, wait_for
-
-from gi.repository import Gio, GLib
-
-WATCHER = """<node><interface name="org.kde.StatusNotifierWatcher">
-<method name="RegisterStatusNotifierItem"><arg type="s" direction="in"/></method>
-<property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
-<property name="RegisteredStatusNotifierItems" type="as" access="read"/>
-<property name="ProtocolVersion" type="i" access="read"/>
-<signal name="StatusNotifierHostRegistered"/></interface></node>"""
+from desktop import BINARIES, DesktopTest, stays_false, wait_for
+from panel import Panel
 
 
 class Tray(DesktopTest):
-    preferences = {"Lumeno.aiBackend": "appleIntelligence"}
+    preferences = {"Lumeno.aiBackend": "appleIntelligence", "Lumeno.hasCompletedOnboarding": True}
     model_server = False
 
-    def setUp(self):
-        """A tray host: as much of a panel as an item needs."""
-        self.bus = Gio.bus_get_sync(Gio.BusType.SESSION)
-        self.items = []
-        interface = Gio.DBusNodeInfo.new_for_xml(WATCHER).interfaces[0]
-        values = {"IsStatusNotifierHostRegistered": GLib.Variant("b", True),
-                  "RegisteredStatusNotifierItems": GLib.Variant("as", []),
-                  "ProtocolVersion": GLib.Variant("i", 0)}
+    def before_lumeno(self):
+        self.panel = Panel(self)
 
-        def called(_connection, sender, _path, _interface, _method, parameters, invocation):
-            self.items.append((sender, parameters.unpack()[0]))
-            invocation.return_value(None)
-
-        def read(_connection, _sender, _path, _interface, name):
-            return values[name]
-
-        self.bus.register_object("/StatusNotifierWatcher", interface, called, read, None)
-        Gio.bus_own_name_on_connection(self.bus, "org.kde.StatusNotifierWatcher", 0, None, None)
-        loop = GLib.MainLoop()
-        threading.Thread(target=loop.run, daemon=True).start()
-        self.addCleanup(loop.quit)
-        super().setUp()
-
-    def call(self, path, interface, method, arguments):
-        return self.bus.call_sync(self.items[0][0], path, interface, method, arguments, None, 0, 2000, None).unpack()
-
-    def property(self, name):
-        return self.call("/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get",
-                         GLib.Variant("(ss)", ("org.kde.StatusNotifierItem", name)))[0]
-
-    def entries(self):
-        """(id, label, properties) of the visible entries, top to bottom."""
-        menu = self.property("Menu")
-        self.call(menu, "com.canonical.dbusmenu", "AboutToShow", GLib.Variant("(i)", (0,)))
-        _, (_, _, children) = self.call(menu, "com.canonical.dbusmenu", "GetLayout",
-                                        GLib.Variant("(iias)", (0, -1, [])))
-        rows = [(child[0], child[1].get("label", "").replace("_", ""), child[1]) for child in children]
-        return [row for row in rows if row[2].get("visible", True)]
-
-    def labels(self):
-        return [label for _, label, properties in self.entries() if properties.get("type") != "separator"]
-
-    def choose(self, label):
-        entry = next(i for i, text, _ in self.entries() if text == label)
-        self.call(self.property("Menu"), "com.canonical.dbusmenu", "Event",
-                  GLib.Variant("(isvu)", (entry, "clicked", GLib.Variant("s", ""), 0)))
+    def stored(self, key):
+        with open(self.preferences_path, encoding="utf-8") as f:
+            return json.load(f).get(key)
 
     def test_menu_is_live_and_true(self):
-        wait_for("the item to register", lambda: self.items)
-        self.assertEqual(self.property("Status"), "Active")
-        wait_for("the access line", lambda: self.labels() == [
-            "Watching for selections", "Smart AI", "Apple Intelligence", "Ollama (your models)", "Quit Lumeno"])
-        self.choose("Ollama (your models)")
-        wait_for("the model line", lambda: "Using Ollama model: llama3.2" in self.labels())
-        with open(self.preferences_path, encoding="utf-8") as f:
-            self.assertEqual(json.load(f)["Lumeno.aiBackend"], "ollama")
-        self.choose("Apple Intelligence")
-        wait_for("the model line to go", lambda: "Using Ollama model: llama3.2" not in self.labels())
-        self.choose("Quit Lumeno")
+        item = self.panel.item()
+        self.assertEqual(item.property("Status"), "Active")
+        usual = ["Watching for selections", None, "Smart AI", "Apple Intelligence", "Ollama (your models)",
+                 "File actions on in Finder", None, "Show Welcome...", "Settings…", "Quit Lumeno"]
+        wait_for("the usual menu", lambda: item.labels() == usual)
+        self.assertEqual(item.shortcut("Settings…"), [["Control", ","]])
+        self.assertEqual(item.shortcut("Quit Lumeno"), [["Control", "Q"]])
+        self.screenshot("tray")
+        item.choose("Ollama (your models)")
+        wait_for("the model line", lambda: "Using Ollama model: llama3.2" in item.labels())
+        self.assertEqual(self.stored("Lumeno.aiBackend"), "ollama")
+        item.choose("Apple Intelligence")
+        wait_for("the model line to go", lambda: item.labels() == usual)
+
+        item.choose("Settings…")
+        self.wait_for_name("Show actions for files selected in Finder")
+        self.view.press("Show actions for files selected in Finder")
+        wait_for("the line about files to go", lambda: "File actions on in Finder" not in item.labels())
+        item.choose("Show Welcome...")
+        self.wait_for_name("Get started")
+        item.choose("Quit Lumeno")
         self.assertEqual(self.lumeno.process.wait(5), 0)
+
+    def test_starting_again_opens_settings_and_no_second_program(self):
+        self.panel.item()
+        for arguments, name in (((), "Launch Lumeno at login"), (("--settings",), "Launch Lumeno at login")):
+            second = subprocess.run([os.path.join(BINARIES, "lumeno"), *arguments], timeout=10, check=False)
+            self.assertEqual(second.returncode, 0)
+            self.wait_for_name(name)
+            desktop.key("Escape")
+            wait_for("Settings to close", lambda name=name: not self.view.find(name))
+        subprocess.run([os.path.join(BINARIES, "lumeno"), "--summon"], timeout=10, check=True)
+        self.wait_for_name("No selection found. Select some text, then press ⌥⌘Space.")
+        nonsense = subprocess.run([os.path.join(BINARIES, "lumeno"), "--nonsense"], timeout=10, check=False,
+                                  capture_output=True, text=True)
+        self.assertEqual(nonsense.returncode, 2)
+        self.assertIn("Usage", nonsense.stderr)
+
+    def test_without_a_session_bus_there_is_still_only_one(self):
+        second = self.start(os.path.join(BINARIES, "lumeno"), env={"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"})
+        self.assertEqual(second.process.wait(10), 1)
+        self.assertIn("already running", second.log())
+        self.assertTrue(self.lumeno.running())
+
+    def test_the_panel_may_go_and_come_back(self):
+        self.panel.item()
+        self.panel.process.stop()
+        wait_for("the tray to be gone", lambda: not self.panel.has_host())
+        self.assertTrue(stays_false(lambda: not self.lumeno.running(), 1))
+        subprocess.run([os.path.join(BINARIES, "lumeno")], timeout=10, check=True)
+        self.wait_for_name("Launch Lumeno at login")
+        self.panel = Panel(self)
+        wait_for("the item in the new panel", lambda: "Settings…" in self.panel.item().labels(), 15)
 
 
 if __name__ == "__main__":

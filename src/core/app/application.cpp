@@ -6,6 +6,7 @@
 
 #include "ai/ai_service_factory.h"
 #include "base/qt_scheduler.h"
+#include "calendar/calendar_service.h"
 #include "capture/accessibility_authorization.h"
 #include "capture/clipboard_selection_capture.h"
 #include "capture/output_services.h"
@@ -14,16 +15,25 @@
 #include "core/app/tray.h"
 #include "core/model/app_model.h"
 #include "core/settings/settings_store.h"
+#include "files/finder_selection_observer.h"
 #include "hud/hud_panel_controller.h"
 #include "hud/hud_view.h"
 #include "hud/hud_window.h"
+#include "onboarding/onboarding_window_presenter.h"
 #include "platform/atspi/atspi_accessibility.h"
+#include "platform/eds/eds_calendar_store.h"
+#include "platform/eds/preferred_calendar_store.h"
+#include "platform/file_managers/desktop_file_manager.h"
 #include "platform/freedesktop/autostart_login_item.h"
 #include "platform/freedesktop/canberra_system_sound.h"
+#include "platform/freedesktop/desktop_application_catalog.h"
+#include "platform/freedesktop/desktop_application_launcher.h"
 #include "platform/freedesktop/desktop_url_opener.h"
 #include "platform/freedesktop/feedbackd_haptics.h"
+#include "platform/freedesktop/file_calendar_store.h"
 #include "platform/freedesktop/json_preferences_store.h"
 #include "platform/freedesktop/portal_appearance.h"
+#include "platform/posix/posix_command_shell.h"
 #include "platform/x11/own_windows.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_input.h"
@@ -33,6 +43,8 @@
 #include "platform/x11/x11_screens.h"
 #include "platform/x11/x11_selection_buffer.h"
 #include "platform/x11/x11_workspace.h"
+#include "settings_ui/settings_window.h"
+#include "view_kit/view_kit.h"
 
 namespace lumeno {
 
@@ -45,11 +57,14 @@ QString configurationFile() {
          u"/lumeno/preferences.json"_s;
 }
 
-QString grantFile() {
+QString stateFile(const QString& name) {
   // The toolkit does not know the folder for state yet.
   const QString folder = qEnvironmentVariable("XDG_STATE_HOME");
-  return (folder.startsWith(u'/') ? folder : QDir::homePath() + u"/.local/state"_s) +
-         u"/lumeno/access-granted"_s;
+  return (folder.startsWith(u'/') ? folder : QDir::homePath() + u"/.local/state"_s) + u"/lumeno/"_s + name;
+}
+
+QString runtimeFolder() {
+  return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + u"/lumeno"_s;
 }
 
 PanelShape cardShape(const HudWindow& window) {
@@ -65,6 +80,9 @@ class Application::Private {
   Private(std::unique_ptr<X11Connection> x11, ProgramBus& programBus)
       : connection(std::move(x11)), bus(programBus) {
     bus.onSummon = [this] { model.summon(); };
+    bus.onShowSettings = [this] { settingsWindow.show(); };
+    bus.onShowWelcome = [this] { onboarding.show(); };
+    bus.onActivate = [this] { activate(); };
     bus.onGrantAccess = [this] { authorization.requestAccess(); };
     bus.isAccessGranted = [this] { return accessibility.isTrusted(); };
     bus.publish();
@@ -90,22 +108,33 @@ class Application::Private {
   X11KeystrokeSender keystrokes{*connection, workspace, input, scheduler};
   X11Pasteboard pasteboard{*connection, scheduler};
   X11SelectionBuffer selectionBuffer{*connection, scheduler, input, workspace};
-  AtspiAccessibility accessibility{workspace, screens, input, selectionBuffer, scheduler, grantFile()};
+  AtspiAccessibility accessibility{workspace, screens, input, selectionBuffer, scheduler,
+                                  stateFile(u"access-granted"_s)};
+  DesktopFileManager fileManager{workspace, screens, accessibility, scheduler};
   DesktopUrlOpener urlOpener;
+  DesktopApplicationLauncher launcher;
+  DesktopApplicationCatalog applications;
+  PosixCommandShell shell{QApplication::applicationDirPath()};
   CanberraSystemSound sound;
   FeedbackdHaptics haptics;
   PortalAppearance appearance;
   JsonPreferencesStore preferences{configurationFile()};
   AutostartLoginItem loginItem{QApplication::applicationFilePath()};
+  EdsCalendarStore edsCalendar{scheduler, EdsCalendarStore::installedHelper(), stateFile(u"calendar-asked"_s)};
+  FileCalendarStore fileCalendar{scheduler, runtimeFolder()};
+  PreferredCalendarStore calendarStore{
+      edsCalendar, [this](auto done) { return edsCalendar.isAvailable(std::move(done)); }, fileCalendar};
 
   // The services and the model, in the order of the start-up.
   AccessibilityAuthorization authorization{accessibility, scheduler};
   ClipboardSelectionCapture clipboardCapture{pasteboard, keystrokes, selectionBuffer, scheduler};
   SelectionObserver observer{accessibility, workspace, scheduler, clipboardCapture};
+  FinderSelectionObserver fileObserver{fileManager, workspace, authorization, clipboardCapture, scheduler};
   SettingsStore settings{preferences, loginItem};
   ClipboardService clipboard{pasteboard};
   SelectionReplacer replacer{pasteboard, keystrokes, scheduler};
   FeedbackService feedback{sound, haptics};
+  CalendarService calendar{calendarStore, scheduler};
 
   // The HUD.
   Theme theme{settings, appearance};
@@ -116,18 +145,68 @@ class Application::Private {
   AppModel model{{.accessibility = authorization,
                   .settings = settings,
                   .observer = observer,
+                  .fileObserver = fileObserver,
                   .panel = panel,
                   .events = input,
                   .clipboard = clipboard,
                   .replacer = replacer,
                   .feedback = feedback,
                   .urlOpener = urlOpener,
+                  .shell = shell,
                   .scheduler = scheduler,
-                  .aiServices = aiServiceFactory(nullptr)}};
+                  .aiServices = aiServiceFactory(nullptr),
+                  .calendar = &calendar}};
   HudView view{window, panel, model, scheduler};
-  Tray tray{model, settings, authorization, urlOpener, [this] { quit(); }};
+
+  // The windows and the tray.
+  SettingsWindow settingsWindow{viewKit,
+                                scheduler,
+                                {.settings = settings,
+                                 .keyRecorder = input,
+                                 .sound = sound,
+                                 .applications = applications,
+                                 .modelLister = ollamaModelLister(),
+                                 .preferenceProblem = preferences.problem()}};
+  OnboardingWindowPresenter onboarding{viewKit,
+                                       {.settings = settings,
+                                        .accessibility = authorization,
+                                        .urlOpener = urlOpener,
+                                        .launcher = launcher,
+                                        .scheduler = scheduler,
+                                        .fileManager = &fileManager,
+                                        .calendarStore = &calendarStore,
+                                        .isTrayShown = &QSystemTrayIcon::isSystemTrayAvailable}};
+  Tray tray{model,
+            settings,
+            authorization,
+            urlOpener,
+            {.showWelcome = [this] { onboarding.show(); },
+             .showSettings = [this] { settingsWindow.show(); },
+             .quit = [this] { quit(); }}};
+  bool isStartedForCaller = false;
   Subscription backdropChanges;
   Subscription preferenceProblems;
+
+  /// Started once more: the user looks for the program.
+  void activate() {
+    // A desktop that starts the program through the bus says so by a call.
+    if (std::exchange(isStartedForCaller, false) && QSystemTrayIcon::isSystemTrayAvailable()) return;
+    if (!settings.hasCompletedOnboarding.get()) {
+      onboarding.show();
+    } else {
+      settingsWindow.show();
+    }
+  }
+
+  void begin(LaunchRequest request) {
+    isStartedForCaller = request == LaunchRequest::service;
+    if (request == LaunchRequest::settings) {
+      settingsWindow.show();
+    } else if (request == LaunchRequest::summon) {
+      model.summon();
+    }
+    if (!settings.hasCompletedOnboarding.get()) onboarding.show();
+  }
 
   void quit() {
     // Without us what was copied here would be gone.
@@ -144,6 +223,10 @@ std::unique_ptr<Application> Application::create(ProgramBus& bus) {
 Application::Application(std::unique_ptr<Private> d) : d_(std::move(d)) {}
 
 Application::~Application() = default;
+
+void Application::begin(LaunchRequest request) {
+  d_->begin(request);
+}
 
 void Application::quit() {
   d_->quit();

@@ -3,6 +3,8 @@
 #include <QString>
 #include <memory>
 
+#include "core/app/launch.h"
+
 namespace lumeno {
 
 class ProgramBus;
@@ -16,6 +18,10 @@ class Application {
   ~Application();
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;
+
+  /// Does what the program was started for, once everything is there: the first start of all shows the
+  /// welcome.
+  void begin(LaunchRequest request);
 
   /// Ends the program; what was copied is handed to a clipboard manager first, where there is one.
   void quit();

@@ -7,7 +7,9 @@
 #include <cstdio>
 
 #include "core/app/application.h"
+#include "core/app/launch.h"
 #include "core/app/program_bus.h"
+#include "core/app/single_instance.h"
 #include "core/app/termination.h"
 
 using namespace Qt::StringLiterals;
@@ -56,16 +58,24 @@ int main(int argc, char** argv) {
   QApplication::setDesktopFileName(u"org.lumeno.Lumeno"_s);
   QApplication::setQuitOnLastWindowClosed(false);
 
+  const auto request = lumeno::launchRequest(QApplication::arguments().mid(1));
+  if (!request) {
+    std::fputs(lumeno::usage(), stderr);
+    return 2;
+  }
   lumeno::ProgramBus bus;
-  if (bus.isAlreadyRunning()) {
-    std::puts("Lumeno is already running.");
-    return 0;
+  const lumeno::SingleInstance instance;
+  if (bus.isAlreadyRunning() || !instance.isOurs()) {
+    if (lumeno::forwardToRunningInstance(*request)) return 0;
+    std::fputs("Lumeno is already running, but does not answer.\n", stderr);
+    return 1;
   }
   auto program = lumeno::Application::create(bus);
   if (!program) {
     std::fputs("Lumeno needs an X11 display (on Wayland: XWayland), and there is none.\n", stderr);
     return 1;
   }
+  program->begin(*request);
   const lumeno::Termination termination([&program] { program->quit(); });
   return QApplication::exec();
 }

@@ -1,13 +1,14 @@
 #pragma once
 
+#include <QDBusAbstractAdaptor>
 #include <QObject>
+#include <QVariantMap>
 #include <functional>
 
 namespace lumeno {
 
-/// The program on the session bus, under the name org.lumeno.Lumeno at /org/lumeno/Lumeno: only one instance
-/// runs, and the desktop (or a script) can reach it. Without a session bus the program runs all the same,
-/// unreachable.
+/// The program on the session bus, under the name org.lumeno.Lumeno at /org/lumeno/Lumeno: the desktop (or a
+/// script) can reach it. Without a session bus the program runs all the same, unreachable.
 class ProgramBus final : public QObject {
   Q_OBJECT
   Q_CLASSINFO("D-Bus Interface", "org.lumeno.Lumeno")
@@ -20,7 +21,11 @@ class ProgramBus final : public QObject {
   [[nodiscard]] bool isAlreadyRunning() const { return isAlreadyRunning_; }
 
   std::function<void()> onSummon;
+  std::function<void()> onShowSettings;
+  std::function<void()> onShowWelcome;
   std::function<void()> onGrantAccess;
+  /// The program was started once more.
+  std::function<void()> onActivate;
   std::function<bool()> isAccessGranted;
 
   /// Makes the methods below reachable; called once all callbacks are set.
@@ -31,11 +36,31 @@ class ProgramBus final : public QObject {
  public Q_SLOTS:
   /// As the summon shortcut.
   Q_SCRIPTABLE void Summon();
+  Q_SCRIPTABLE void ShowSettings();
+  Q_SCRIPTABLE void ShowWelcome();
   /// Lets Lumeno read other applications, as the tray menu's "Enable Accessibility Access…" does.
   Q_SCRIPTABLE void GrantAccess();
 
  private:
   bool isAlreadyRunning_ = false;
+};
+
+/// What desktops call when they start a program from its entry.
+class DesktopActivation final : public QDBusAbstractAdaptor {
+  Q_OBJECT
+  Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+
+ public:
+  explicit DesktopActivation(ProgramBus& bus) : QDBusAbstractAdaptor(&bus), bus_(bus) {}
+
+ public Q_SLOTS:
+  // The names, and the arguments that nobody needs here, are those of the interface.
+  void Activate(const QVariantMap& platformData);
+  void Open(const QStringList& uris, const QVariantMap& platformData);
+  void ActivateAction(const QString& name, const QVariantList& parameter, const QVariantMap& platformData);
+
+ private:
+  ProgramBus& bus_;
 };
 
 }  // namespace lumeno

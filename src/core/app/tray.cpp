@@ -32,9 +32,9 @@ std::vector<BackendEntry> backendEntries() {
 }  // namespace
 
 Tray::Tray(AppModel& model, SettingsStore& settings, AccessibilityAuthorization& accessibility,
-           UrlOpener& urlOpener, std::function<void()> quit)
+           UrlOpener& urlOpener, Actions actions)
     : model_(model), settings_(settings), accessibility_(accessibility), urlOpener_(urlOpener) {
-  buildMenu(std::move(quit));
+  buildMenu(actions);
   icon_.setToolTip(u"Lumeno"_s);
   icon_.setContextMenu(&menu_);
 
@@ -45,8 +45,11 @@ Tray::Tray(AppModel& model, SettingsStore& settings, AccessibilityAuthorization&
   }));
   subscriptions_.push_back(settings_.backend.subscribe([this](AIBackend) { updateBackend(); }));
   subscriptions_.push_back(settings_.ollamaModel.subscribe([this](const QString&) { updateBackend(); }));
+  subscriptions_.push_back(
+      settings_.fileActionsEnabled.subscribe([this](bool enabled) { fileActions_->setVisible(enabled); }));
   subscriptions_.push_back(model_.phase.subscribe([this](const HUDPhase&) { updateIcon(); }));
   subscriptions_.push_back(model_.isCapturing.subscribe([this](bool) { updateIcon(); }));
+  subscriptions_.push_back(model_.fileSession.subscribe([this](const auto&) { updateIcon(); }));
   icon_.show();
 }
 
@@ -54,7 +57,7 @@ void Tray::showMessage(const QString& text) {
   icon_.showMessage(u"Lumeno"_s, text);
 }
 
-void Tray::buildMenu(std::function<void()> quit) {
+void Tray::buildMenu(const Actions& actions) {
   watching_ = menu_.addAction(menuIcon(u"checkmark.circle"_s), u"Watching for selections"_s);
   watching_->setEnabled(false);
   enableAccess_ = menu_.addAction(menuIcon(u"lock.open"_s), u"Enable Accessibility Access…"_s);
@@ -79,11 +82,19 @@ void Tray::buildMenu(std::function<void()> quit) {
   }
   modelLine_ = menu_.addAction(QString());
   modelLine_->setEnabled(false);
+  fileActions_ = menu_.addAction(menuIcon(u"folder.badge.gearshape"_s), u"File actions on in Finder"_s);
+  fileActions_->setEnabled(false);
 
   menu_.addSeparator();
-  auto* quitAction = menu_.addAction(menuIcon(u"xmark.circle"_s), u"Quit Lumeno"_s);
-  quitAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
-  QObject::connect(quitAction, &QAction::triggered, quitAction, std::move(quit));
+  const auto add = [this](const QString& symbol, const QString& text, const QKeySequence& shortcut,
+                          const std::function<void()>& action) {
+    auto* entry = menu_.addAction(menuIcon(symbol), text);
+    entry->setShortcut(shortcut);
+    QObject::connect(entry, &QAction::triggered, entry, action);
+  };
+  add(u"sparkles"_s, u"Show Welcome..."_s, {}, actions.showWelcome);
+  add(u"gearshape"_s, u"Settings…"_s, Qt::CTRL | Qt::Key_Comma, actions.showSettings);
+  add(u"xmark.circle"_s, u"Quit Lumeno"_s, Qt::CTRL | Qt::Key_Q, actions.quit);
 }
 
 void Tray::updateIcon() {

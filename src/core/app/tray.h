@@ -16,15 +16,22 @@ namespace lumeno {
 /// The tray item, whose icon follows the model's state, and its menu, which tells the truth at any time.
 class Tray {
  public:
-  /// All must outlive the tray. `quit` ends the program.
+  /// What the menu's last entries do.
+  struct Actions {
+    std::function<void()> showWelcome;
+    std::function<void()> showSettings;
+    std::function<void()> quit;
+  };
+
+  /// All must outlive the tray.
   Tray(AppModel& model, SettingsStore& settings, AccessibilityAuthorization& accessibility,
-       UrlOpener& urlOpener, std::function<void()> quit);
+       UrlOpener& urlOpener, Actions actions);
 
   /// A message of the desktop's own kind, for what cannot be said in the HUD.
   void showMessage(const QString& text);
 
  private:
-  void buildMenu(std::function<void()> quit);
+  void buildMenu(const Actions& actions);
   void updateIcon();
   void updateBackend();
 
@@ -37,6 +44,7 @@ class Tray {
   QAction* enableAccess_ = nullptr;
   QAction* accessNote_ = nullptr;
   QAction* modelLine_ = nullptr;
+  QAction* fileActions_ = nullptr;
   std::vector<QAction*> backends_;
   QString shownSymbol_;
   QSystemTrayIcon icon_;

@@ -52,6 +52,25 @@ void AppModel::Private::wireUp() {
           observer.stop();
         }
       }));
+  watchFiles();
+}
+
+void AppModel::Private::watchFiles() {
+  auto& settings = collaborators_.settings;
+  auto& fileObserver = collaborators_.fileObserver;
+  cancellables_.push_back(fileObserver.selection().subscribe(
+      [this](const std::optional<FileSelection>& value) { handleFileSelection(value); }));
+  const auto follow = [this, &settings, &fileObserver](bool) {
+    if (settings.fileActionsEnabled.get() && settings.hasCompletedOnboarding.get()) {
+      fileObserver.start();
+      return;
+    }
+    fileObserver.stop();
+    fileObserver.clear();
+    if (model_.fileSession.get()) dismiss();
+  };
+  cancellables_.push_back(settings.fileActionsEnabled.subscribeDistinct(follow));
+  cancellables_.push_back(settings.hasCompletedOnboarding.subscribeDistinct(follow));
 }
 
 void AppModel::Private::cancelJobs() {
@@ -71,8 +90,16 @@ void AppModel::Private::setPhase(HUDPhase newPhase) {
   }
 }
 
+void AppModel::Private::endFileSession() {
+  const auto session = model_.fileSession.get();
+  if (!session) return;
+  session->abandon();
+  model_.fileSession.set(nullptr);
+}
+
 void AppModel::Private::dismiss() {
   cancelJobs();
+  endFileSession();
   collaborators_.panel.hide();
   model_.selection.set(std::nullopt);
   model_.keyboardMode.set(false);
@@ -82,8 +109,11 @@ void AppModel::Private::dismiss() {
 }
 
 void AppModel::Private::handleSelection(const std::optional<Selection>& newValue) {
+  const bool hasText = newValue && !text::trimmed(newValue->text).isEmpty();
+  if (!hasText && model_.fileSession.get()) return;
+  endFileSession();
   cancelJobs();
-  if (newValue && !text::trimmed(newValue->text).isEmpty()) {
+  if (hasText) {
     const TriggerMode mode = collaborators_.settings.triggerMode;
     if (mode == TriggerMode::manual) return;
     const Form form = mode == TriggerMode::hint ? Form::hintPill : Form::chips;
@@ -98,6 +128,32 @@ void AppModel::Private::handleSelection(const std::optional<Selection>& newValue
   collaborators_.panel.hide();
 }
 
+void AppModel::Private::handleFileSelection(const std::optional<FileSelection>& newValue) {
+  if (!collaborators_.settings.fileActionsEnabled.get()) return;
+  const auto session = model_.fileSession.get();
+  if (!newValue) {
+    if (session) dismiss();
+  } else if (!session || session->selection != *newValue) {
+    presentFileSession(*newValue, Focus::left);
+  }
+}
+
+void AppModel::Private::presentFileSession(const FileSelection& selection, Focus focus) {
+  cancelJobs();
+  endFileSession();
+  model_.selection.set(std::nullopt);
+  model_.suggestions.set({});
+  model_.keyboardMode.set(false);
+  model_.selectedChipIndex.set(std::nullopt);
+  model_.isHintCollapsed.set(false);
+  setPhase(phase::Suggestions());
+  const auto& settings = collaborators_.settings;
+  model_.fileSession.set(std::make_shared<FileActionSession>(
+      selection, FileActionService(collaborators_.aiServices, collaborators_.shell, collaborators_.scheduler,
+                                   settings.backend.get(), settings.ollamaModel.get())));
+  collaborators_.panel.show(selection.anchor, true, true, focus == Focus::taken);
+}
+
 std::vector<ActionSuggestion> AppModel::Private::suggestionsFor(const Selection& selection) const {
   QSet<IntentKind> disabledKinds = collaborators_.settings.disabledActionKinds.get();
   if (!collaborators_.calendar) disabledKinds.insert(IntentKind::date);
@@ -109,6 +165,7 @@ void AppModel::Private::present(Selection selection, Navigation navigation, Form
     clear();
     return;
   }
+  endFileSession();
   auto list = suggestionsFor(selection);
   if (form == Form::hintPill && list.empty()) {
     clear();
@@ -126,6 +183,7 @@ void AppModel::Private::present(Selection selection, Navigation navigation, Form
 }
 
 void AppModel::Private::clear() {
+  endFileSession();
   model_.selection.set(std::nullopt);
   model_.suggestions.set({});
   model_.keyboardMode.set(false);
@@ -134,6 +192,7 @@ void AppModel::Private::clear() {
 }
 
 void AppModel::Private::showNotice(const QString& text) {
+  endFileSession();
   model_.selection.set(std::nullopt);
   model_.suggestions.set({});
   model_.keyboardMode.set(false);
@@ -149,6 +208,22 @@ void AppModel::Private::summon() {
   if (model_.isCapturing.get()) return;
   cancelJobs();
   model_.isCapturing.set(true);
+  if (!collaborators_.settings.fileActionsEnabled.get()) {
+    captureText();
+    return;
+  }
+  summonTask_ =
+      collaborators_.fileObserver.currentSelection([this](const std::optional<FileSelection>& files) {
+        if (!files) {
+          captureText();
+          return;
+        }
+        model_.isCapturing.set(false);
+        presentFileSession(*files, Focus::taken);
+      });
+}
+
+void AppModel::Private::captureText() {
   summonTask_ = collaborators_.observer.captureSelection([this](const std::optional<Selection>& captured) {
     cancelJobs();  // what was begun during the capture would show itself over the captured selection
     model_.isCapturing.set(false);
@@ -176,6 +251,7 @@ std::vector<ActionSuggestion> AppModel::visibleSuggestions() const {
 
 QString AppModel::menuBarSymbol() const {
   if (isCapturing.get()) return u"scope"_s;
+  if (fileSession.get()) return u"folder.badge.gearshape"_s;
   const HUDPhase& current = phase.get();
   if (std::holds_alternative<phase::Generating>(current)) return u"sparkles"_s;
   if (std::holds_alternative<phase::CalendarConfirm>(current)) return u"calendar.badge.plus"_s;
@@ -193,6 +269,10 @@ void AppModel::dismiss() {
 
 void AppModel::handleSelection(const std::optional<Selection>& newValue) {
   d_->handleSelection(newValue);
+}
+
+void AppModel::handleFileSelection(const std::optional<FileSelection>& newValue) {
+  d_->handleFileSelection(newValue);
 }
 
 void AppModel::run(const ActionSuggestion& suggestion) {
@@ -249,6 +329,10 @@ bool AppModel::runChipAt(int index) {
 
 void AppModel::expandHint() {
   isHintCollapsed.set(false);
+}
+
+void AppModel::copyFileOutput() {
+  d_->copyFileOutput();
 }
 
 }  // namespace lumeno

@@ -36,12 +36,14 @@ class AppModel {
     AccessibilityAuthorization& accessibility;
     SettingsStore& settings;
     SelectionObserver& observer;
+    FinderSelectionObserver& fileObserver;
     HUDPresenter& panel;
     EventMonitor& events;
     ClipboardService& clipboard;
     SelectionReplacer& replacer;
     FeedbackService& feedback;
     UrlOpener& urlOpener;
+    CommandShell& shell;
     Scheduler& scheduler;
     AIServiceFactory aiServices;
     /// Null where this build has no calendar: date suggestions are then not offered.
@@ -75,6 +77,8 @@ class AppModel {
   void summon();
   void dismiss();
   void handleSelection(const std::optional<Selection>& newValue);
+  /// Opens, keeps or closes the file command bar.
+  void handleFileSelection(const std::optional<FileSelection>& newValue);
   void run(const ActionSuggestion& suggestion);
   void confirmCalendar();
   void copyResult();
@@ -90,6 +94,8 @@ class AppModel {
   bool runChipNumber(int number);
   /// From the hint pill to the chips.
   void expandHint();
+  /// Puts what the command of the file command bar came to on the pasteboard; nothing before it has ended.
+  void copyFileOutput();
 
  private:
   bool runChipAt(int index);

@@ -15,6 +15,7 @@ class AppModel::Private {
  public:
   enum class Navigation { pointer, keyboard };
   enum class Form { chips, hintPill };
+  enum class Focus { left, taken };
 
   Private(AppModel& model, Collaborators collaborators)
       : collaborators_(std::move(collaborators)),
@@ -30,9 +31,11 @@ class AppModel::Private {
   void summon();
   void dismiss();
   void handleSelection(const std::optional<Selection>& newValue);
+  void handleFileSelection(const std::optional<FileSelection>& newValue);
   void run(const ActionSuggestion& suggestion);
   void confirmCalendar();
   void copyResult();
+  void copyFileOutput();
   void replaceResult();
   void back();
 
@@ -41,6 +44,10 @@ class AppModel::Private {
   void setPhase(HUDPhase newPhase);
   /// `selection` by value: presenting may end the job that holds it.
   void present(Selection selection, Navigation navigation, Form form);
+  void presentFileSession(const FileSelection& selection, Focus focus);
+  void endFileSession();
+  void watchFiles();
+  void captureText();
   void clear();
   void showNotice(const QString& text);
   std::vector<ActionSuggestion> suggestionsFor(const Selection& selection) const;

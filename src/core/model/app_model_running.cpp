@@ -109,6 +109,13 @@ void AppModel::Private::copyResult() {
   dismiss();
 }
 
+void AppModel::Private::copyFileOutput() {
+  const auto& session = model_.fileSession.get();
+  if (!session) return;
+  const auto* ended = std::get_if<FileActionSession::Stage::Result>(&session->stage.get());
+  if (ended) collaborators_.clipboard.copy(ended->outcome.summary());
+}
+
 void AppModel::Private::replaceResult() {
   const auto* shown = std::get_if<phase::Result>(&model_.phase.get());
   if (!shown) return;

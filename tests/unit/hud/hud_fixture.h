@@ -7,8 +7,10 @@
 #include "support/fake_accessibility.h"
 #include "support/fake_ai_service.h"
 #include "support/fake_appearance.h"
+#include "support/fake_command_shell.h"
 #include "support/fake_event_monitor.h"
 #include "support/fake_feedback_devices.h"
+#include "support/fake_file_manager.h"
 #include "support/fake_keystroke_sender.h"
 #include "support/fake_login_item.h"
 #include "support/fake_panel_window.h"
@@ -44,6 +46,19 @@ class HudFixture : public testing::Test {
     model.suggestions.set(std::move(suggestions));
     setPhase(phase::Suggestions{});
   }
+  /// Opens a file command bar in a stage, as the model does.
+  FileActionSession& openFiles(FileActionSession::StageValue stage = FileActionSession::Stage::Input{},
+                               const QStringList& names = {QStringLiteral("a.png"), QStringLiteral("b.png"),
+                                                           QStringLiteral("c.png")}) {
+    FileSelection files;
+    for (const QString& name : names) files.urls.push_back(fileUrl("/home/ana/Pictures/" + name.toUtf8()));
+    const auto session = std::make_shared<FileActionSession>(
+        files, FileActionService(FakeAIService::factory(scheduler, script), shell, scheduler,
+                                 AIBackend::ollama, QStringLiteral("model")));
+    session->stage.set(std::move(stage));
+    model.fileSession.set(session);
+    return *session;
+  }
   void showPanel() { panel.show(Rect{600, 500, 200, 20}, false, false, false); }
 
   ManualScheduler scheduler;
@@ -57,6 +72,9 @@ class HudFixture : public testing::Test {
   FakeUrlOpener urlOpener{scheduler};
   FakePreferences preferences;
   FakeLoginItem loginItem;
+  std::shared_ptr<FakeAIScript> script = std::make_shared<FakeAIScript>();
+  FakeFileManager fileManager{scheduler};
+  FakeCommandShell shell{scheduler};
   FakePanelWindow panelWindow;
   FakeScreenLayout screens;
   FakeAppearance appearance;
@@ -64,12 +82,13 @@ class HudFixture : public testing::Test {
   AccessibilityAuthorization authorization{accessibility, scheduler};
   ClipboardSelectionCapture clipboardCapture{pasteboard, keystrokes, buffer, scheduler};
   SelectionObserver observer{accessibility, workspace, scheduler, clipboardCapture};
+  FinderSelectionObserver fileObserver{fileManager, workspace, authorization, clipboardCapture, scheduler};
   ClipboardService clipboard{pasteboard};
   SelectionReplacer replacer{pasteboard, keystrokes, scheduler};
   FeedbackService feedback{devices, devices};
   HUDPanelController panel{panelWindow, screens, events, appearance};
-  AppModel model{{authorization, settings, observer, panel, events, clipboard, replacer, feedback, urlOpener,
-                  scheduler, FakeAIService::factory(scheduler, std::make_shared<FakeAIScript>())}};
+  AppModel model{{authorization, settings, observer, fileObserver, panel, events, clipboard, replacer,
+                  feedback, urlOpener, shell, scheduler, FakeAIService::factory(scheduler, script)}};
 };
 
 }  // namespace lumeno

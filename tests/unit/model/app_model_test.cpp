@@ -2,122 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "support/fake_accessibility.h"
-#include "support/fake_ai_service.h"
-#include "support/fake_calendar_service.h"
-#include "support/fake_event_monitor.h"
-#include "support/fake_feedback_devices.h"
-#include "support/fake_hud_presenter.h"
-#include "support/fake_keystroke_sender.h"
-#include "support/fake_login_item.h"
-#include "support/fake_pasteboard.h"
-#include "support/fake_preferences.h"
-#include "support/fake_selection_buffer.h"
-#include "support/fake_url_opener.h"
-#include "support/fake_workspace.h"
-#include "support/manual_scheduler.h"
-
-using namespace Qt::StringLiterals;
+#include "unit/model/app_model_fixture.h"
 
 namespace lumeno {
 namespace {
-
-const RunningApplication notes{u"org.example.Notes"_s, u"Notes"_s, 7, 70, false};
-const RunningApplication ourselves{u"org.lumeno.Lumeno"_s, u"Lumeno"_s, 1, 10, false};
-constexpr Rect place{100, 200, 50, 14};
-constexpr Rect elsewhere{100, 600, 50, 14};
-constexpr int settle = 350;
-constexpr int noticeLife = 2600;
-constexpr uint64_t optionCommand = modifier::option | modifier::command;
-
-ActionSuggestion chip(IntentKind kind, const QString& title = u"Chip"_s,
-                      const std::optional<QUrl>& url = std::nullopt) {
-  return {kind, title, {}, {}, {}, 0.5, u"Do it."_s, url};
-}
-
-/// The model over the real observer, capture and output services, on fakes of the system alone.
-class AppModelTest : public testing::Test {
- protected:
-  explicit AppModelTest(TriggerMode mode = TriggerMode::hint) : settings(preferences, loginItem, mode) {
-    settings.resultSoundEnabled.set(true);
-    workspace.frontmost = notes;
-    accessibility.focused = element;
-    calendar.draftAnswer = CalendarDraft{u"Tea"_s, QDateTime(), QDateTime(), u"Home"_s};
-    calendar.addAnswer = u"Added."_s;
-    ai->elements = {u"Better"_s, u"Better text"_s};
-    build(&calendar);
-  }
-
-  void build(CalendarService* service) {
-    model.reset();
-    model = std::make_unique<AppModel>(AppModel::Collaborators{
-        authorization, settings, observer, panel, events, clipboard, replacer, feedback, urlOpener, scheduler,
-        FakeAIService::factory(scheduler, ai), service});
-    scheduler.advance(0);
-    phaseLog = model->phase.subscribe([this](const HUDPhase& phase) { phases.append(phaseName(phase)); });
-    phases.clear();
-  }
-
-  /// The user selects text in the application in front, and the desktop tells so.
-  void select(const QString& text, const Rect& bounds = place) {
-    accessibility.beginGesture();
-    element->text = text;
-    element->setRangeBounds(bounds);
-    accessibility.notify(workspace.frontmost->processIdentifier,
-                         AccessibilityNotification::selectedTextChanged);
-    scheduler.advance(0);
-  }
-  void presentSelection(const QString& text = u"serendipity"_s) {
-    select(text);
-    scheduler.advance(settle);
-    ASSERT_TRUE(model->selection.get()) << "nothing was presented";
-    phases.clear();
-  }
-  void summonByKey() { events.pressKey(49, optionCommand); }
-
-  [[nodiscard]] QString phase() const { return phaseName(model->phase.get()); }
-  [[nodiscard]] QString notice() const {
-    const auto* shown = std::get_if<phase::Notice>(&model->phase.get());
-    return shown ? shown->message : QString();
-  }
-  [[nodiscard]] ActionResult result() const {
-    const auto* shown = std::get_if<phase::Result>(&model->phase.get());
-    return shown ? shown->result : ActionResult();
-  }
-  /// From a presented selection to its result.
-  void showResult() {
-    presentSelection();
-    model->run(chip(IntentKind::grammar, u"Fix Grammar"_s));
-    scheduler.advance(1000);
-    ASSERT_EQ(phase(), u"result"_s);
-  }
-
-  ManualScheduler scheduler;
-  FakeAccessibility accessibility{scheduler};
-  FakeWorkspace workspace;
-  FakePasteboard pasteboard{scheduler};
-  FakeKeystrokeSender keystrokes{scheduler};
-  FakeSelectionBuffer buffer{scheduler};
-  FakeEventMonitor events;
-  FakeHUDPresenter panel;
-  FakeFeedbackDevices devices;
-  FakeUrlOpener urlOpener{scheduler};
-  FakeCalendarService calendar{scheduler};
-  std::shared_ptr<FakeAIScript> ai = std::make_shared<FakeAIScript>();
-  FakePreferences preferences;
-  FakeLoginItem loginItem;
-  SettingsStore settings;
-  AccessibilityAuthorization authorization{accessibility, scheduler};
-  ClipboardSelectionCapture clipboardCapture{pasteboard, keystrokes, buffer, scheduler};
-  SelectionObserver observer{accessibility, workspace, scheduler, clipboardCapture};
-  ClipboardService clipboard{pasteboard};
-  SelectionReplacer replacer{pasteboard, keystrokes, scheduler};
-  FeedbackService feedback{devices, devices};
-  std::shared_ptr<FakeElement> element = std::make_shared<FakeElement>();
-  QStringList phases;
-  Subscription phaseLog;
-  std::unique_ptr<AppModel> model;
-};
 
 class AutomaticModelTest : public AppModelTest {
  protected:
@@ -471,15 +359,16 @@ TEST_F(AppModelTest, LinkThatNothingOpensGivesANotice) {
 // Calendar
 
 TEST_F(AppModelTest, DateChipDraftsAndSavesAnEvent) {
-  presentSelection(u"  serendipity \n"_s);
+  presentSelection(u"  Tea on March 3, 2031 at 3:00 PM \n"_s);
   const auto suggestion = chip(IntentKind::date);
   model->run(suggestion);
   EXPECT_EQ(model->phase.get(), (HUDPhase{phase::Generating{suggestion, u""_s}}));
-  EXPECT_EQ(calendar.draftedTexts, std::vector{u"serendipity"_s});
   model->usedAI.set(true);
   scheduler.advance(0);
-  const auto draft = std::get<CalendarDraft>(calendar.draftAnswer);
-  EXPECT_EQ(model->phase.get(), (HUDPhase{phase::CalendarConfirm{draft}}));
+  ASSERT_EQ(phase(), u"calendarConfirm"_s);
+  const auto draft = std::get<phase::CalendarConfirm>(model->phase.get()).draft;
+  EXPECT_EQ(draft.title, u"Tea on March 3, 2031 at 3:00 PM"_s);
+  EXPECT_EQ(draft.calendarTitle, u"Personal"_s);
   EXPECT_FALSE(model->usedAI.get());
   EXPECT_EQ(model->menuBarSymbol(), u"calendar.badge.plus"_s);
 
@@ -488,18 +377,17 @@ TEST_F(AppModelTest, DateChipDraftsAndSavesAnEvent) {
   ASSERT_TRUE(adding);
   EXPECT_EQ(adding->suggestion,
             (ActionSuggestion{IntentKind::date, u"Adding to Calendar"_s, {}, {}, {}, 1.0, {}, std::nullopt}));
-  EXPECT_EQ(calendar.added, std::vector{draft});
   model->confirmCalendar();
   scheduler.advance(0);
-  EXPECT_EQ(calendar.added.size(), 1U);
+  EXPECT_EQ(calendarStore.saved, (std::vector{CalendarEvent{draft.title, draft.startDate, draft.endDate}}));
   EXPECT_EQ(result().title, u"Added to Calendar"_s);
-  EXPECT_EQ(result().body, u"Added."_s);
+  EXPECT_TRUE(result().body.startsWith(u"Added “Tea on"_s)) << result().body.toStdString();
   EXPECT_EQ(devices.cues, (QStringList{u"tap"_s, u"Tink"_s}));
 }
 
 TEST_F(AppModelTest, CalendarFailuresAreResults) {
-  presentSelection();
-  calendar.addAnswer = CalendarFailure{u"Full."_s};
+  presentSelection(u"Tea on March 3, 2031"_s);
+  calendarStore.saveAnswer = CalendarStore::Failure{CalendarStore::Failure::Reason::other, u"Full."_s};
   model->run(chip(IntentKind::date));
   scheduler.advance(0);
   model->confirmCalendar();
@@ -508,17 +396,17 @@ TEST_F(AppModelTest, CalendarFailuresAreResults) {
   EXPECT_EQ(result().body, u"Full."_s);
 
   model->back();
-  calendar.draftAnswer = CalendarFailure{u"No date."_s};
+  calendarStore.access = CalendarStore::Access::refused;
   model->run(chip(IntentKind::date));
   scheduler.advance(0);
   EXPECT_EQ(result().title, u"Couldn’t add event"_s);
-  EXPECT_EQ(result().body, u"No date."_s);
+  EXPECT_TRUE(result().body.startsWith(u"Lumeno needs Calendar access."_s));
   EXPECT_EQ(result().kind, IntentKind::date);
 }
 
 TEST_F(AppModelTest, LateCalendarAnswersAreDropped) {
-  calendar.answerTime = std::chrono::milliseconds(1000);
-  presentSelection();
+  calendarStore.answerTime = std::chrono::milliseconds(1000);
+  presentSelection(u"Tea on March 3, 2031"_s);
   model->run(chip(IntentKind::date));
   scheduler.advance(500);
   model->dismiss();
@@ -624,7 +512,7 @@ TEST_F(AppModelTest, DigitsRunVisibleChips) {
 }
 
 TEST_F(AppModelTest, ReturnActsByPhase) {
-  select(u"serendipity"_s);
+  select(u"Tea on March 3, 2031"_s);
   summonByKey();
   scheduler.advance(0);
   model->suggestions.set({chip(IntentKind::tone), chip(IntentKind::date)});
@@ -638,8 +526,9 @@ TEST_F(AppModelTest, ReturnActsByPhase) {
   model->activate();
   scheduler.advance(0);
   ASSERT_EQ(phase(), u"result"_s);
+  const QString confirmation = result().body;
   model->activate();
-  EXPECT_EQ(pasteboard.string(), u"Added."_s);
+  EXPECT_EQ(pasteboard.string(), confirmation);
   EXPECT_FALSE(panel.shown);
 }
 
@@ -705,7 +594,7 @@ TEST_F(AppModelTest, ModelMayGoInTheMiddleOfEverything) {
         model->run(chip(IntentKind::grammar));
       },
       [this] {
-        presentSelection(u"quixotic"_s);
+        presentSelection(u"Tea on March 3, 2031"_s);
         model->run(chip(IntentKind::date));
       },
       [this] {
