@@ -2,10 +2,15 @@
 
 #include <QString>
 #include <functional>
+#include <memory>
 #include <variant>
+#include <vector>
 
 #include "base/job.h"
+#include "base/scheduler.h"
 #include "calendar/calendar_draft.h"
+#include "platform/calendar_store.h"
+#include "suggest/detect/surroundings.h"
 
 namespace lumeno {
 
@@ -14,15 +19,36 @@ struct CalendarFailure {
   QString message;
 };
 
-/// Turns text into an event draft and saves a confirmed draft. Main thread; answers are asynchronous.
+/// Turns text into an event draft and saves a confirmed draft. Main thread; no answer is given before the
+/// call returns.
 class CalendarService {
  public:
-  virtual ~CalendarService() = default;
-  [[nodiscard]] virtual Job makeDraft(
-      const QString& text, std::function<void(std::variant<CalendarDraft, CalendarFailure>)> done) = 0;
+  /// `surroundings` is asked for the moment, the time zone and the locale of each draft. The store and the
+  /// scheduler must outlive the service.
+  CalendarService(CalendarStore& store, Scheduler& scheduler,
+                  std::function<detect::Surroundings()> surroundings = &detect::Surroundings::current);
+  ~CalendarService();
+  CalendarService(const CalendarService&) = delete;
+  CalendarService& operator=(const CalendarService&) = delete;
+
+  /// An event at the first date in the text. Without one the calendar is not asked for access. Detection runs
+  /// within the call, in a time linear in the text.
+  [[nodiscard]] Job makeDraft(const QString& text,
+                              std::function<void(std::variant<CalendarDraft, CalendarFailure>)> done);
+
   /// Delivers the confirmation text. Dropping the handle drops the answer, not the save.
-  [[nodiscard]] virtual Job add(const CalendarDraft& draft,
-                                std::function<void(std::variant<QString, CalendarFailure>)> done) = 0;
+  [[nodiscard]] Job add(const CalendarDraft& draft,
+                        std::function<void(std::variant<QString, CalendarFailure>)> done);
+
+ private:
+  struct Save;
+  void save(const std::shared_ptr<Save>& save);
+  void finish(const std::shared_ptr<Save>& save, std::variant<QString, CalendarFailure> answer);
+
+  CalendarStore& store_;
+  Scheduler& scheduler_;
+  const std::function<detect::Surroundings()> surroundings_;
+  std::vector<std::shared_ptr<Save>> saves_;  ///< under way, wanted or not
 };
 
 }  // namespace lumeno

@@ -49,6 +49,12 @@ class ClipboardSelectionCapture {
 
  private:
   class Run;
+  template <typename Answer>
+  class RunFor;
+  class TextRun;
+  class FileRun;
+
+  [[nodiscard]] Job start(std::shared_ptr<Run> run);
 
   Pasteboard& pasteboard_;
   KeystrokeSender& keystrokes_;

@@ -22,6 +22,8 @@ void HUDPanelController::show(const std::optional<Rect>& anchor, bool preferBelo
                               bool takeFocus) {
   anchor_ = anchor;
   preferBelow_ = preferBelow;
+  isKeyEligible_ = keyEligible;
+  takesFocus_ = takeFocus;
   window_.setKeyEligible(keyEligible);
   if (!window_.isVisible()) isPositioned_ = false;
   // The content catches up before it is seen, and may report its new size from inside the call. When it has
@@ -38,6 +40,10 @@ void HUDPanelController::show(const std::optional<Rect>& anchor, bool preferBelo
   }
   window_.orderFrontRegardless();
   if (takeFocus) window_.activateAndMakeKey();
+}
+
+void HUDPanelController::takeKeyboard() {
+  if (isKeyEligible_ && window_.isVisible()) window_.activateAndMakeKey();
 }
 
 void HUDPanelController::layout(Size content) {

@@ -22,11 +22,15 @@ class HUDPanelController final : public HUDPresenter {
 
   void show(const std::optional<Rect>& anchor, bool preferBelow, bool keyEligible, bool takeFocus) override;
   void hide() override;
+  /// The user wants to type into the panel: it takes the keyboard, where it may and is visible.
+  void takeKeyboard();
 
   /// The content's size report (logical pixels); places and sizes the panel.
   void layout(Size content);
   /// Whether the last placement ended up below the anchor.
   [[nodiscard]] bool isFlippedBelow() const { return isFlippedBelow_; }
+  /// Whether the latest `show` was to take the keyboard.
+  [[nodiscard]] bool takesFocus() const { return takesFocus_; }
 
   /// Called before the panel is shown or updated, so that the content can catch up and report its size
   /// unseen.
@@ -44,6 +48,8 @@ class HUDPanelController final : public HUDPresenter {
   Appearance& appearance_;
   std::optional<Rect> anchor_;
   bool preferBelow_ = false;
+  bool isKeyEligible_ = false;
+  bool takesFocus_ = false;
   bool isFlippedBelow_ = false;
   bool isPositioned_ = false;  ///< placed since it was last shown from hidden: moves are then animated
   bool isLaidOutForShow_ = false;

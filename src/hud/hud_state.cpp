@@ -2,6 +2,7 @@
 
 #include <QVariantMap>
 
+#include "hud/visible_text.h"
 #include "records/intent_kind.h"
 
 namespace lumeno {
@@ -11,6 +12,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::chrono::milliseconds partialInterval{33};
+/// How long a command must have been on show, and Return been left alone, before Return runs it.
+constexpr std::chrono::milliseconds returnRest{400};
 
 template <typename... Cases>
 struct Overloaded : Cases... {
@@ -31,6 +34,11 @@ void describePhase(HudContent& content, const AppModel& model) {
     content.headerSymbol = symbol;
     content.headerTitle = title;
   };
+  if (const auto& session = model.fileSession.get()) {
+    content.phase = u"files"_s;
+    header(u"folder.fill.badge.gearshape"_s, visibleText(session->selection.displayLabel()));
+    return;
+  }
   const HUDPhase& current = model.phase.get();
   content.phase = phaseName(current);
   std::visit(Overloaded{
@@ -42,7 +50,12 @@ void describePhase(HudContent& content, const AppModel& model) {
                    header(u"sparkles"_s, generating.suggestion.title);
                    content.runningTitle = generating.suggestion.title;
                  },
-                 [](const phase::CalendarConfirm&) {},  // comes with a calendar only
+                 [&](const phase::CalendarConfirm& confirm) {
+                   header(u"calendar.badge.plus"_s, u"New event"_s);
+                   content.eventTitle = confirm.draft.title;
+                   content.eventTime = confirm.draft.dateRangeText();
+                   content.eventCalendar = confirm.draft.calendarTitle;
+                 },
                  [&](const phase::Result& finished) {
                    header(symbolName(finished.result.kind), finished.result.title);
                    content.resultBody = finished.result.body;
@@ -75,6 +88,8 @@ void describePill(HudContent& content, const std::vector<ActionSuggestion>& visi
 HudState::HudState(AppModel& model, Scheduler& scheduler) : model_(model), scheduler_(scheduler) {
   const auto changed = [this](const auto&) { modelChanged(); };
   subscriptions_.push_back(model.selection.subscribe(changed));
+  subscriptions_.push_back(
+      model.fileSession.subscribe([this](const auto& session) { files_.follow(session); }));
   subscriptions_.push_back(model.suggestions.subscribe(changed));
   subscriptions_.push_back(model.usedAI.subscribe(changed));
   subscriptions_.push_back(model.keyboardMode.subscribe(changed));
@@ -83,18 +98,22 @@ HudState::HudState(AppModel& model, Scheduler& scheduler) : model_(model), sched
   subscriptions_.push_back(model.phase.subscribe([this](const HUDPhase& phase) { phaseChanged(phase); }));
 }
 
-void HudState::present(bool fromHidden) {
+void HudState::present(bool fromHidden, bool takesKeyboard) {
   isPresented_ = true;
+  isSummoned_ = takesKeyboard;
+  files_.setReachable(true);
   if (fromHidden) {
     setMorphs(false);
     Q_EMIT appearing();
   }
   publish();
+  if (fromHidden) Q_EMIT appeared();
   setMorphs(true);
 }
 
 void HudState::retire() {
   isPresented_ = false;
+  files_.setReachable(false);
   isPublishDue_ = false;
   publishJob_.cancel();
   isPartialThrottled_ = isPartialDue_ = false;
@@ -123,6 +142,8 @@ void HudState::publish() {
   isPublishDue_ = false;
   HudContent next = content_;
   describePhase(next, model_);
+  next.summoned = isSummoned_;
+  if (files_.publish()) noteReturn();
   next.collapsed = model_.isHintCollapsed.get();
   next.keyboardMode = model_.keyboardMode.get();
   next.selectedChip = next.keyboardMode ? model_.selectedChipIndex.get().value_or(-1) : -1;
@@ -208,6 +229,29 @@ void HudState::activate() {
 
 void HudState::expandHint() {
   if (isPresented_) model_.expandHint();
+}
+
+void HudState::confirmCalendar() {
+  if (isPresented_) model_.confirmCalendar();
+}
+
+void HudState::copyFileOutput() {
+  if (isPresented_) model_.copyFileOutput();
+}
+
+void HudState::takeKeyboard() {
+  if (isPresented_) Q_EMIT keyboardWanted();
+}
+
+void HudState::noteReturn() {
+  isReturnResting_ = true;
+  returnRestJob_ = scheduler_.after(returnRest, [this] { isReturnResting_ = false; });
+}
+
+bool HudState::isReturnMeant(bool isRepeat) {
+  const bool isMeant = isPresented_ && !isRepeat && !isReturnResting_;
+  noteReturn();
+  return isMeant;
 }
 
 }  // namespace lumeno

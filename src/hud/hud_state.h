@@ -9,6 +9,7 @@
 #include "base/observable.h"
 #include "base/scheduler.h"
 #include "core/model/app_model.h"
+#include "hud/file_action_state.h"
 
 namespace lumeno {
 
@@ -31,9 +32,13 @@ struct HudContent {
   Q_PROPERTY(QString notice MEMBER notice)
   Q_PROPERTY(bool keyboardMode MEMBER keyboardMode)
   Q_PROPERTY(int selectedChip MEMBER selectedChip)
+  Q_PROPERTY(QString eventTitle MEMBER eventTitle)
+  Q_PROPERTY(QString eventTime MEMBER eventTime)
+  Q_PROPERTY(QString eventCalendar MEMBER eventCalendar)
+  Q_PROPERTY(bool summoned MEMBER summoned)
 
  public:
-  QString phase;  ///< as `phaseName`
+  QString phase;  ///< as `phaseName`, or "files" while there is a file command bar
   bool collapsed = false;
   QString headerSymbol;
   QString headerTitle;
@@ -48,6 +53,10 @@ struct HudContent {
   QString notice;
   bool keyboardMode = false;
   int selectedChip = -1;  ///< -1: none
+  QString eventTitle;
+  QString eventTime;
+  QString eventCalendar;
+  bool summoned = false;  ///< the HUD took the keyboard when it was shown
 
   bool operator==(const HudContent&) const = default;
 };
@@ -61,6 +70,7 @@ class HudState : public QObject {
   Q_PROPERTY(QVariantList chips READ chips NOTIFY chipsChanged)
   Q_PROPERTY(QString partial READ partial NOTIFY partialChanged)
   Q_PROPERTY(bool morphs READ morphs NOTIFY morphsChanged)
+  Q_PROPERTY(lumeno::FileActionState* files READ files CONSTANT)
 
  public:
   /// Both must outlive the state.
@@ -74,9 +84,12 @@ class HudState : public QObject {
   /// Whether a change may be animated: not the one that fills a hidden window.
   [[nodiscard]] bool morphs() const { return morphs_; }
 
+  /// The file command bar.
+  [[nodiscard]] FileActionState* files() { return &files_; }
+
   /// The HUD is about to be shown or updated: catches up with the model at once. `fromHidden`: nobody sees it
-  /// yet.
-  void present(bool fromHidden);
+  /// yet. `takesKeyboard`: it will have the keyboard by itself.
+  void present(bool fromHidden, bool takesKeyboard = false);
   /// The HUD is about to go: nothing changes any more.
   void retire();
 
@@ -91,16 +104,28 @@ class HudState : public QObject {
   Q_INVOKABLE void moveSelection(int delta);
   Q_INVOKABLE void activate();
   Q_INVOKABLE void expandHint();
+  Q_INVOKABLE void confirmCalendar();
+  Q_INVOKABLE void copyFileOutput();
+  /// The user wants to type.
+  Q_INVOKABLE void takeKeyboard();
+
+  /// Return has been pressed or let go. It then counts for nothing for a while.
+  Q_INVOKABLE void noteReturn();
+  /// Whether a press of Return is meant for what the file command bar shows: not when it began before that
+  /// could be read, and not when the key is still held down from before. Notes the press.
+  Q_INVOKABLE bool isReturnMeant(bool isRepeat);
 
  Q_SIGNALS:
   void contentChanged();
   void chipsChanged();
   void partialChanged();
   void morphsChanged();
-  /// A hidden HUD is about to be seen.
+  /// A hidden HUD is about to be seen: before and after it has caught up with the model.
   void appearing();
+  void appeared();
   /// Everything has been told; sizes are final.
   void published();
+  void keyboardWanted();
 
  private:
   void modelChanged();
@@ -112,17 +137,21 @@ class HudState : public QObject {
 
   AppModel& model_;
   Scheduler& scheduler_;
+  FileActionState files_{[this] { modelChanged(); }};
   HudContent content_;
   std::vector<ActionSuggestion> suggestions_;  ///< what `chips_` was made from
   QVariantList chips_;
   QString partial_;
   bool isPresented_ = false;
+  bool isSummoned_ = false;
   bool morphs_ = false;
   bool isPublishDue_ = false;
   Job publishJob_;
   bool isPartialThrottled_ = false;
   bool isPartialDue_ = false;
   Job throttleJob_;
+  Job returnRestJob_;
+  bool isReturnResting_ = false;
   std::vector<Subscription> subscriptions_;
 };
 

@@ -7,6 +7,7 @@ HudView::HudView(HudWindow& window, HUDPanelController& panel, AppModel& model, 
   window.fill(state_);
   QObject::connect(&state_, &HudState::published, &state_, [this] { reportSize(); });
   QObject::connect(&window, &HudWindow::contentSizeChanged, &state_, [this] { scheduleSizeReport(); });
+  QObject::connect(&state_, &HudState::keyboardWanted, &state_, [this] { panel_.takeKeyboard(); });
   panel.onWillShow = [this] { present(); };
   panel.onWillHide = [this] { state_.retire(); };
 }
@@ -19,7 +20,7 @@ HudView::~HudView() {
 
 void HudView::present() {
   window_.notePointer();
-  state_.present(!window_.isVisible());
+  state_.present(!window_.isVisible(), panel_.takesFocus());
 }
 
 void HudView::scheduleSizeReport() {

@@ -7,7 +7,9 @@
 #include <cmath>
 
 #include "hud/hud_state.h"
+#include "hud/long_text_view.h"
 #include "hud/streaming_text.h"
+#include "hud/text_keys.h"
 #include "view_kit/view_kit.h"
 
 // Outside every namespace, as the macro demands.
@@ -30,6 +32,8 @@ HudWindow::HudWindow(ViewKit& kit) : QQuickView(&kit.engine(), nullptr), kit_(ki
   setResizeMode(QQuickView::SizeRootObjectToView);
 
   qmlRegisterType<StreamingText>("Lumeno.Hud", 1, 0, "StreamingText");
+  qmlRegisterType<LongTextView>("Lumeno.Hud", 1, 0, "LongTextView");
+  qmlRegisterType<TextKeys>("Lumeno.Hud", 1, 0, "TextKeys");
   initializeResources();
 }
 

@@ -3,7 +3,6 @@
 #include <QDateTime>
 #include <QString>
 #include <functional>
-#include <optional>
 #include <variant>
 
 #include "base/job.h"
@@ -35,21 +34,31 @@ class CalendarStore {
     QString title;
   };
   struct Failure {
-    QString message;  ///< in the system's words
+    enum class Reason {
+      refused,     ///< the default calendar cannot be written to
+      noCalendar,  ///< there is no default calendar
+      other,
+    };
+    Reason reason = Reason::other;
+    QString message;  ///< for the user; with `other` alone
   };
   struct Saved {
     QString calendarTitle;
-    /// The event was handed to the calendar application `calendarTitle`, which asks the user once more.
-    bool awaitsConfirmation = false;
+    enum class State {
+      saved,
+      opened,  ///< handed to the calendar application `calendarTitle`, which asks the user once more
+    };
+    State state = State::saved;
   };
 
   [[nodiscard]] virtual Job authorizationStatus(std::function<void(AuthorizationStatus)> done) = 0;
-  /// Asks for leave to write events, where that has to be asked for.
+  /// Asks for leave to write events, where that has to be asked for. Whether the calendar itself takes events
+  /// shows when it is used.
   [[nodiscard]] virtual Job requestWriteAccess(std::function<void(Access)> done) = 0;
-  /// The calendar that new events go to; absent when there is none.
-  [[nodiscard]] virtual Job defaultCalendar(std::function<void(std::optional<Calendar>)> done) = 0;
-  /// Saves the event in the default calendar. Saving the same event again leaves one event. Dropping the
-  /// handle drops the answer, not the save.
+  /// The calendar that new events go to.
+  [[nodiscard]] virtual Job defaultCalendar(std::function<void(std::variant<Calendar, Failure>)> done) = 0;
+  /// Saves the event in the calendar that is the default one by then. Saving the same event again leaves one
+  /// event. Dropping the handle drops the answer, not the save.
   [[nodiscard]] virtual Job save(const CalendarEvent& event,
                                  std::function<void(std::variant<Saved, Failure>)> done) = 0;
 };

@@ -22,6 +22,9 @@ class KeystrokeSender {
   /// The platform's copy command, for `window` (`RunningApplication::window`) alone: it is waited for as long
   /// as for held modifiers, since it may be about to get the keyboard back.
   [[nodiscard]] virtual Job sendCopy(uint64_t window, std::function<void(Outcome)> done) = 0;
+  /// The copy command of file managers, likewise; refused where another kind of application is in front,
+  /// since the same key may interrupt or end something there.
+  [[nodiscard]] virtual Job sendCopyFiles(uint64_t window, std::function<void(Outcome)> done) = 0;
   /// The platform's paste command, likewise.
   [[nodiscard]] virtual Job sendPaste(uint64_t window, std::function<void(Outcome)> done) = 0;
 };

@@ -17,6 +17,7 @@ struct RunningApplication {
   ProcessId processIdentifier = 0;
   uint64_t window = 0;      ///< identity of the active window, 0 when unknown
   bool isTerminal = false;  ///< nothing may be typed into it
+  QString applicationId{};  ///< the window system's own name for it, in lower case; empty when unknown
   bool operator==(const RunningApplication&) const = default;
 };
 

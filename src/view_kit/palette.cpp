@@ -69,6 +69,30 @@ Palette scheme(bool dark) {
   p.glassEdge = dark ? white(0.09) : rgba(16, 18, 32, 0.09);
   p.glassEdgeHover = dark ? white(0.20) : rgba(16, 18, 32, 0.17);
   p.scrollThumb = dark ? white(0.34) : rgba(20, 22, 38, 0.34);
+  p.switchTrack = dark ? white(0.22) : rgba(20, 22, 38, 0.26);
+  p.switchEdge = dark ? white(0.30) : rgba(16, 18, 32, 0.30);
+  p.switchKnob = opaque(dark ? 0xFFF4F4F7 : 0xFFFFFFFF);
+  p.window = opaque(dark ? 0xFF1B1C20 : 0xFFF3F3F6);
+  p.windowSecondary = p.secondary;
+  p.windowTertiary = p.tertiary;
+  p.titleArea = opaque(dark ? 0xFF232429 : 0xFFE9E9ED);
+  p.group = opaque(dark ? 0xFF26272C : 0xFFFFFFFF);
+  p.groupEdge = dark ? white(0.07) : rgba(16, 18, 32, 0.08);
+  p.hairline = dark ? white(0.11) : rgba(16, 18, 32, 0.10);
+  p.control = dark ? white(0.09) : opaque(0xFFFFFFFF);
+  p.controlEdge = dark ? white(0.13) : rgba(16, 18, 32, 0.17);
+  p.controlEdgeHover = dark ? white(0.22) : rgba(16, 18, 32, 0.27);
+  p.field = dark ? black(0.26) : white(0.86);
+  p.fieldEdge = dark ? white(0.16) : rgba(16, 18, 32, 0.16);
+  p.menu = opaque(dark ? 0xFF2B2C32 : 0xFFFCFCFE);
+  p.menuEdge = dark ? black(0.7) : rgba(16, 18, 32, 0.22);
+  p.tooltip = opaque(dark ? 0xFF3A3B43 : 0xFF2B2C33);
+  p.tooltipText = opaque(0xFFF4F4F7);
+  p.well = dark ? black(0.28) : rgba(20, 22, 38, 0.05);
+  p.wellEdge = dark ? white(0.07) : rgba(16, 18, 32, 0.06);
+  p.done = opaque(dark ? 0xFF67D681 : 0xFF23803A);
+  p.failed = opaque(dark ? 0xFFFF7B80 : 0xFFCF2438);
+  p.caution = opaque(dark ? 0xFFFFA24A : 0xFFB95500);
   p.tints = tints(dark);
   return p;
 }
@@ -100,6 +124,7 @@ Palette paletteFor(const PaletteChoice& choice) {
   const QColor tint = choice.accent == AccentTheme::system ? QColor(Qt::transparent) : at(accent.line, 0.10);
   p.card = over(at(solid, cardOpacity(choice)), tint);
   p.cardFade = over(solid, tint);
+  p.wellFade = over(p.cardFade, p.well);
   if (choice.intensity == GlassIntensity::clear) {
     // More shows through, so every label moves up one step.
     p.tertiary = p.secondary;

@@ -36,6 +36,31 @@ struct Palette {
   Q_PROPERTY(QColor glassEdgeHover MEMBER glassEdgeHover)
   Q_PROPERTY(QColor scrollThumb MEMBER scrollThumb)
   Q_PROPERTY(QColor textSelection MEMBER textSelection)
+  Q_PROPERTY(QColor switchTrack MEMBER switchTrack)
+  Q_PROPERTY(QColor switchEdge MEMBER switchEdge)
+  Q_PROPERTY(QColor switchKnob MEMBER switchKnob)
+  Q_PROPERTY(QColor window MEMBER window)
+  Q_PROPERTY(QColor windowSecondary MEMBER windowSecondary)
+  Q_PROPERTY(QColor windowTertiary MEMBER windowTertiary)
+  Q_PROPERTY(QColor titleArea MEMBER titleArea)
+  Q_PROPERTY(QColor group MEMBER group)
+  Q_PROPERTY(QColor groupEdge MEMBER groupEdge)
+  Q_PROPERTY(QColor hairline MEMBER hairline)
+  Q_PROPERTY(QColor control MEMBER control)
+  Q_PROPERTY(QColor controlEdge MEMBER controlEdge)
+  Q_PROPERTY(QColor controlEdgeHover MEMBER controlEdgeHover)
+  Q_PROPERTY(QColor field MEMBER field)
+  Q_PROPERTY(QColor fieldEdge MEMBER fieldEdge)
+  Q_PROPERTY(QColor menu MEMBER menu)
+  Q_PROPERTY(QColor menuEdge MEMBER menuEdge)
+  Q_PROPERTY(QColor tooltip MEMBER tooltip)
+  Q_PROPERTY(QColor tooltipText MEMBER tooltipText)
+  Q_PROPERTY(QColor well MEMBER well)
+  Q_PROPERTY(QColor wellEdge MEMBER wellEdge)
+  Q_PROPERTY(QColor wellFade MEMBER wellFade)
+  Q_PROPERTY(QColor done MEMBER done)
+  Q_PROPERTY(QColor failed MEMBER failed)
+  Q_PROPERTY(QColor caution MEMBER caution)
   Q_PROPERTY(QColor accentFill MEMBER accentFill)
   Q_PROPERTY(QColor onAccent MEMBER onAccent)
   Q_PROPERTY(QColor accentLine MEMBER accentLine)
@@ -60,6 +85,31 @@ struct Palette {
   QColor glassEdgeHover;
   QColor scrollThumb;
   QColor textSelection;
+  QColor switchTrack;  ///< of a switch that is off
+  QColor switchEdge;
+  QColor switchKnob;
+  QColor window;
+  QColor windowSecondary;  ///< labels of windows stay as they are where more shows through the card
+  QColor windowTertiary;
+  QColor titleArea;  ///< behind the tabs of a window
+  QColor group;      ///< behind rows that belong together
+  QColor groupEdge;
+  QColor hairline;
+  QColor control;  ///< pickers and buttons of windows
+  QColor controlEdge;
+  QColor controlEdgeHover;
+  QColor field;
+  QColor fieldEdge;
+  QColor menu;
+  QColor menuEdge;
+  QColor tooltip;
+  QColor tooltipText;
+  QColor well;  ///< behind commands and what they wrote
+  QColor wellEdge;
+  QColor wellFade;  ///< opaque, what text clipped by a well fades into
+  QColor done;
+  QColor failed;
+  QColor caution;
   QColor accentFill;
   QColor onAccent;
   QColor accentLine;

@@ -56,7 +56,11 @@ void Theme::applyLineHeight(QQuickTextDocument* document, int pixels) const {
   cursor.select(QTextCursor::Document);
   QTextBlockFormat format;
   format.setLineHeight(pixels, QTextBlockFormat::MinimumHeight);
+  // Nobody has asked for it, so it is nothing to undo.
+  const bool canUndo = text.isUndoRedoEnabled();
+  if (!text.isUndoAvailable()) text.setUndoRedoEnabled(false);
   cursor.mergeBlockFormat(format);
+  text.setUndoRedoEnabled(canUndo);
 }
 
 }  // namespace lumeno

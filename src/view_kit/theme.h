@@ -18,6 +18,7 @@ class Theme : public QObject {
   Q_OBJECT
   Q_PROPERTY(lumeno::Palette colors READ colors NOTIFY colorsChanged)
   Q_PROPERTY(lumeno::Metrics metrics READ metrics NOTIFY metricsChanged)
+  Q_PROPERTY(bool dark READ isDark NOTIFY colorsChanged)
   Q_PROPERTY(bool opaque READ isOpaque NOTIFY colorsChanged)
   Q_PROPERTY(bool reduceMotion READ reduceMotion NOTIFY reduceMotionChanged)
 
@@ -27,6 +28,8 @@ class Theme : public QObject {
 
   [[nodiscard]] const Palette& colors() const { return colors_; }
   [[nodiscard]] const Metrics& metrics() const { return metrics_; }
+  /// The desktop wants light text on dark.
+  [[nodiscard]] bool isDark() const { return choice_.dark; }
   /// The card covers what is behind it and has no shadow.
   [[nodiscard]] bool isOpaque() const { return choice_.backdrop == Backdrop::opaque; }
   [[nodiscard]] bool reduceMotion() const { return reduceMotion_; }

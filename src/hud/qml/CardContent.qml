@@ -7,10 +7,13 @@ Item {
 
     readonly property int padding: 18
     readonly property Item body: hud.content.phase === "generating" ? generating
+                               : hud.content.phase === "files" ? files
+                               : hud.content.phase === "calendarConfirm" ? calendarConfirm
                                : hud.content.phase === "result" ? result
                                : hud.content.phase === "notice" ? notice : suggestions
-    // The finished text, while there is one.
-    readonly property Item finishedText: hud.content.phase === "result" ? result.item : null
+    readonly property Item fileBody: body === files ? files.item : null
+    // What can be read page by page, while there is something.
+    readonly property Item readable: fileBody ? fileBody.readable : body === result ? result.item : null
 
     implicitHeight: padding + header.height + 12 + body.implicitHeight + padding
 
@@ -56,6 +59,21 @@ Item {
             }
         }
         PhaseLoader {
+            id: calendarConfirm
+            width: parent.width
+            shown: content.body === calendarConfirm
+            sourceComponent: CalendarConfirmBody {
+                onConfirmed: hud.confirmCalendar()
+                onBack: hud.back()
+            }
+        }
+        PhaseLoader {
+            id: files
+            width: parent.width
+            shown: content.body === files
+            sourceComponent: FileActionBody {}
+        }
+        PhaseLoader {
             id: notice
             width: parent.width
             shown: content.body === notice
@@ -71,6 +89,7 @@ Item {
         y: content.padding
         width: content.width - 2 * content.padding
         symbol: hud.content.headerSymbol
+        symbolSize: hud.content.phase === "files" ? 16 : 15
         title: hud.content.headerTitle
         onDismissed: hud.dismiss()
     }

@@ -6,6 +6,7 @@ Item {
     id: header
 
     property string symbol
+    property alias symbolSize: icon.size
     property string title
 
     signal dismissed

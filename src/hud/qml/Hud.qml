@@ -11,7 +11,8 @@ Item {
     readonly property string phase: hud.content.phase
     readonly property bool collapsed: hud.content.collapsed
     readonly property real cardRadius: Math.min(collapsed ? 22 : 24, card.height / 2)
-    readonly property Item finishedText: collapsed || !expanded.item ? null : expanded.item.finishedText
+    readonly property Item readable: collapsed || !expanded.item ? null : expanded.item.readable
+    readonly property Item fileBody: collapsed || !expanded.item ? null : expanded.item.fileBody
 
     implicitWidth: 2 * margin + (collapsed ? pill.implicitWidth : cardWidth)
     implicitHeight: 2 * margin + (collapsed ? pill.implicitHeight : expanded.implicitHeight)
@@ -20,42 +21,72 @@ Item {
     Accessible.role: Accessible.Dialog
     Accessible.name: "Lumeno"
 
-    Keys.enabled: hud.content.keyboardMode
+    // A file command bar has the keyboard whenever the user has pressed into it.
+    Keys.enabled: hud.content.keyboardMode || phase === "files"
     Keys.onPressed: event => event.accepted = handleKey(event)
+    Keys.onReleased: event => {
+        if (isReturn(event))
+            hud.noteReturn()
+    }
 
+    function isReturn(event) {
+        return event.key === Qt.Key_Return || event.key === Qt.Key_Enter
+    }
     function handleKey(event) {
+        if (event.key === Qt.Key_Escape) {
+            hud.dismiss()
+            return true
+        }
+        return readable && handleReadingKey(event)
+            || (phase === "files" ? handleFileKey(event) : handleChipKey(event))
+    }
+    function handleChipKey(event) {
         switch (event.key) {
         case Qt.Key_Up:
         case Qt.Key_Down:
             forceActiveFocus()
             hud.moveSelection(event.key === Qt.Key_Up ? -1 : 1)
             return true
-        case Qt.Key_Escape:
-            hud.dismiss()
-            return true
         case Qt.Key_Return:
         case Qt.Key_Enter:
-            hud.activate()
+            // The Return that has run the suggestion, still held down, adds nothing to the calendar.
+            if (phase !== "calendarConfirm" || !event.isAutoRepeat)
+                hud.activate()
             return true
         }
-        if (finishedText)
-            return handleTextKey(event)
         return phase === "suggestions" && /^[1-9]$/.test(event.text)
             && hud.runChipNumber(Number(event.text))
     }
-    // A long result can be read, and a selected part of it copied, without the pointer.
-    function handleTextKey(event) {
+    // Return presses what has the focus, or else, where the bar was called by a key, what is meant to come next.
+    function handleFileKey(event) {
+        if (!isReturn(event))
+            return false
+        if (hud.isReturnMeant(event.isAutoRepeat)) {
+            const focused = Window.activeFocusItem
+            if (focused && focused.press)
+                focused.press()
+            else if (hud.content.summoned && fileBody)
+                fileBody.pressDefault()
+        }
+        return true
+    }
+    // A long text can be read, and a selected part of it copied, without the pointer.
+    function handleReadingKey(event) {
         if (event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown)
-            finishedText.scrollBy(event.key === Qt.Key_PageUp ? -1 : 1)
-        else if (event.matches(StandardKey.Copy) && finishedText.hasSelection)
-            finishedText.copySelection()
+            readable.scrollBy(event.key === Qt.Key_PageUp ? -1 : 1)
+        else if (event.matches(StandardKey.Copy) && readable.hasSelection)
+            readable.copySelection()
         else
             return false
         return true
     }
 
-    // The view that had the focus is about to go. (A chip that is highlighted takes it by itself.)
-    onPhaseChanged: if (phase !== "suggestions") forceActiveFocus()
+    // The view that had the focus is about to go. (A chip that is highlighted takes it by itself, and so does what is
+    // in a file command bar.)
+    onPhaseChanged: {
+        if (phase !== "files" && (phase !== "suggestions" || hud.content.selectedChip < 0))
+            forceActiveFocus()
+    }
 
     Connections {
         target: hud
@@ -67,6 +98,14 @@ Item {
             card.scale = still ? 1 : 0.94
             if (!still)
                 appear.start()
+        }
+    }
+    // A bar that was shown before has not been made anew.
+    Connections {
+        target: hud
+        function onAppeared() {
+            if (root.fileBody)
+                root.fileBody.takeFocus()
         }
     }
     ParallelAnimation {

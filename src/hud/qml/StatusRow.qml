@@ -6,7 +6,9 @@ Item {
     id: status
 
     property string symbol
+    property color symbolColor: theme.colors.secondary
     property alias text: sentence.text
+    property alias color: sentence.color
 
     implicitHeight: sentence.height + 4
 
@@ -20,7 +22,7 @@ Item {
             name: status.symbol
             size: 17
             weight: "semibold"
-            color: theme.colors.secondary
+            color: status.symbolColor
         }
     }
     Label {

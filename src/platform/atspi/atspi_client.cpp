@@ -98,13 +98,15 @@ std::optional<QString> Client::fetchAddress() {
   return reply.value();
 }
 
-void Client::beginRound() {
+void Client::beginRound(std::chrono::milliseconds limit, std::chrono::milliseconds callLimit) {
   round_.start();
+  roundLimit_ = limit;
+  callLimit_ = callLimit;
   isIncomplete_ = false;
 }
 
 std::chrono::milliseconds Client::timeLeft() const {
-  return roundTimeout - std::chrono::milliseconds(round_.elapsed());
+  return roundLimit_ - std::chrono::milliseconds(round_.elapsed());
 }
 
 std::optional<QVariantList> Client::call(const Reference& object, const char* interface, const char* method,
@@ -125,7 +127,7 @@ std::optional<QVariantList> Client::call(const Reference& object, const char* in
   auto request = QDBusMessage::createMethodCall(object.busName, object.path, QLatin1StringView(interface),
                                                 QLatin1StringView(method));
   request.setArguments(arguments);
-  const int timeout = static_cast<int>(std::min(left, callTimeout).count());
+  const int timeout = static_cast<int>(std::min(left, callLimit_).count());
   const QDBusMessage reply = connection_.call(request, QDBus::Block, timeout);
   if (reply.type() == QDBusMessage::ReplyMessage) return reply.arguments();
   if (reply.errorName() == "org.freedesktop.DBus.Error.NoReply"_L1 ||
@@ -177,10 +179,21 @@ std::optional<uint32_t> Client::role(const Reference& object) {
 }
 
 bool Client::hasState(const Reference& object, int state) {
+  const auto all = states(object);
+  return all && (*all >> state) & 1;
+}
+
+std::optional<uint64_t> Client::states(const Reference& object) {
   const auto answer = call(object, accessibleInterface, "GetState");
-  if (!answer || answer->isEmpty()) return false;
+  if (!answer || answer->isEmpty()) return std::nullopt;
   const auto words = qdbus_cast<QList<uint32_t>>(answer->first());
-  return words.size() > state / 32 && (words[state / 32] >> (state % 32)) & 1;
+  if (words.size() < 2) return std::nullopt;
+  return uint64_t{words[1]} << 32 | words[0];
+}
+
+std::optional<QString> Client::name(const Reference& object) {
+  const auto value = property(object, accessibleInterface, "Name");
+  return value ? std::optional(value->toString()) : std::nullopt;
 }
 
 std::vector<QString> Client::interfaces(const Reference& object) {

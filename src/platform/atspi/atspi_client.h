@@ -30,8 +30,9 @@ class Client {
   void disconnect();
   [[nodiscard]] QDBusConnection connection() const { return connection_; }
 
-  /// Starts the time limit for the calls that follow.
-  void beginRound();
+  /// Starts the time limit for the calls that follow, all together and each.
+  void beginRound(std::chrono::milliseconds limit = roundTimeout,
+                  std::chrono::milliseconds callLimit = callTimeout);
   [[nodiscard]] std::chrono::milliseconds timeLeft() const;
   /// Whether a call of this round was not answered in time, or not made because the application or the round
   /// had used up its time: what was read may then lack something.
@@ -52,6 +53,10 @@ class Client {
 
   std::optional<uint32_t> role(const Reference& object);
   bool hasState(const Reference& object, int state);
+  /// All states, one bit each; absent when the object does not answer.
+  std::optional<uint64_t> states(const Reference& object);
+  /// Empty when it has none, absent when the object does not answer.
+  std::optional<QString> name(const Reference& object);
   std::vector<QString> interfaces(const Reference& object);
   std::vector<Reference> children(const Reference& object);
   /// Objects in the sub-tree that have the focus, by the application's own search; empty where it has none.
@@ -69,6 +74,8 @@ class Client {
   int connectionCount_ = 0;
   QElapsedTimer sinceAttempt_;
   QElapsedTimer round_;
+  std::chrono::milliseconds roundLimit_ = roundTimeout;
+  std::chrono::milliseconds callLimit_ = callTimeout;
   bool isIncomplete_ = false;
   QHash<QString, ProcessId> processes_;
   QHash<QString, bool> windowCoordinates_;

@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QUrl>
 
 namespace lumeno {
 
@@ -71,6 +72,12 @@ std::optional<QStringList> splitExec(const QString& line) {
   if (quoted) return std::nullopt;
   if (inside) arguments << current;
   return arguments;
+}
+
+/// The path of a local file's URL; any other URL as it is.
+QString asFile(const QString& url) {
+  const QUrl parsed(url);
+  return parsed.isLocalFile() ? parsed.toLocalFile() : url;
 }
 
 bool intersects(const QStringList& a, const QStringList& b) {
@@ -155,9 +162,12 @@ QStringList DesktopEntryFile::commandFor(const QString& url) const {
       switch (argument[++i].unicode()) {
         case u'u':
         case u'U':
+          filled += url;
+          hasUrl = true;
+          break;
         case u'f':
         case u'F':
-          filled += url;
+          filled += asFile(url);
           hasUrl = true;
           break;
         case u'c':

@@ -3,15 +3,13 @@
 
 #include "platform/freedesktop/desktop_url_opener.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QProcess>
-#include <QThreadPool>
 #include <algorithm>
 
 #include "platform/freedesktop/desktop_pages.h"
+#include "platform/freedesktop/detached_process.h"
 #include "platform/freedesktop/mime_handlers.h"
 #include "platform/freedesktop/portal_open_request.h"
+#include "platform/freedesktop/run_aside.h"
 
 namespace lumeno {
 
@@ -19,30 +17,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool startDetached(QStringList command) {
-  if (command.isEmpty()) return false;
-  QProcess process;
-  process.setProgram(command.takeFirst());
-  process.setArguments(command);
-  process.setWorkingDirectory(QDir::homePath());
-  process.setStandardInputFile(QProcess::nullDevice());
-  process.setStandardOutputFile(QProcess::nullDevice());
-  process.setStandardErrorFile(QProcess::nullDevice());
-  return process.startDetached();
-}
-
 bool startHandler(const QUrl& url) {
   const auto handler = defaultHandler("x-scheme-handler/"_L1 + url.scheme());
   return handler && startDetached(handler->commandFor(QString::fromLatin1(url.toEncoded())));
-}
-
-/// Runs `work` on a worker thread and then `done` with its result on the main thread.
-void runAside(std::function<bool()> work, std::function<void(bool)> done) {
-  QThreadPool::globalInstance()->start([work = std::move(work), done = std::move(done)] {
-    const bool result = work();
-    QMetaObject::invokeMethod(
-        QCoreApplication::instance(), [done, result] { done(result); }, Qt::QueuedConnection);
-  });
 }
 
 }  // namespace

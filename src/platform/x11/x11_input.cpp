@@ -19,6 +19,12 @@ constexpr bool isWheel(uint32_t button) {
   return button >= 4 && button <= 7;
 }
 
+// Shift, Ctrl, Alt, Super and the locks; AltGr and the switches between layouts; Mode switch and Num Lock.
+constexpr bool isModifierKey(uint32_t keysym) {
+  return (keysym >= 0xffe1 && keysym <= 0xffee) || (keysym >= 0xfe01 && keysym <= 0xfe13) ||
+         keysym == 0xff7e || keysym == 0xff7f;
+}
+
 }  // namespace
 
 X11Input::X11Input(X11Connection& connection, OwnWindows& ownWindows, Scheduler& scheduler)
@@ -67,6 +73,16 @@ Subscription X11Input::onGestureEnd(std::function<void()> handler) {
   return gestureEnd_.connect(std::move(handler));
 }
 
+Subscription X11Input::recordKeys(std::function<void(KeyPress)> handler) {
+  if (!isAvailable_) return {};
+  // Every event carries the number of the last request that the server had seen before it.
+  const uint32_t since = xcb_no_operation(connection_.xcb()).sequence;
+  connection_.flush();
+  return recordedKey_.connect([since, handler = std::move(handler)](KeyPress key, uint32_t sequence) {
+    if (static_cast<int32_t>(sequence - since) >= 0) handler(key);
+  });
+}
+
 void X11Input::expectSynthetic(const std::vector<SyntheticKey>& keys) {
   expected_.insert(expected_.end(), keys.begin(), keys.end());
 }
@@ -77,8 +93,11 @@ void X11Input::handleEvent(const xcb_generic_event_t& event) {
   switch (raw.event_type) {
     case XCB_INPUT_RAW_KEY_PRESS:
     case XCB_INPUT_RAW_KEY_RELEASE:
-      handleKey(static_cast<xcb_keycode_t>(raw.detail), raw.event_type == XCB_INPUT_RAW_KEY_PRESS,
-                raw.flags & XCB_INPUT_KEY_EVENT_FLAGS_KEY_REPEAT, raw.time);
+      handleKey({.keycode = static_cast<xcb_keycode_t>(raw.detail),
+                 .isPress = raw.event_type == XCB_INPUT_RAW_KEY_PRESS,
+                 .isRepeat = (raw.flags & XCB_INPUT_KEY_EVENT_FLAGS_KEY_REPEAT) != 0,
+                 .time = raw.time,
+                 .sequence = raw.full_sequence});
       break;
     case XCB_INPUT_RAW_BUTTON_PRESS:
     case XCB_INPUT_RAW_BUTTON_RELEASE:
@@ -87,23 +106,31 @@ void X11Input::handleEvent(const xcb_generic_event_t& event) {
   }
 }
 
-void X11Input::handleKey(xcb_keycode_t keycode, bool isPress, bool isRepeat, uint32_t time) {
-  if (isSynthetic(keycode, isPress)) return;
+void X11Input::handleKey(const RawKey& key) {
+  const xcb_keycode_t keycode = key.keycode;
+  if (isSynthetic(keycode, key.isPress)) return;
+  if (key.isPress && !key.isRepeat) tellRecorders(keycode, key.sequence);
   const bool isOurs = ownWindows_.focused().get() != 0;
-  if (!isPress) {
+  if (!key.isPress) {
     if (!isOurs) ++activity_;
     release(keycode);
     return;
   }
   if (isOurs) return;
   ++activity_;
-  if (isRepeat) return;
+  if (key.isRepeat) return;
   const uint64_t modifiers = keyboard_.modifiers();
   if (canChangeSelection(keyboard_.keysym(keycode), modifiers)) {
-    gesture_.press(keycode, time);
+    gesture_.press(keycode, key.time);
     watchHeld();
   }
-  if (const auto key = X11KeyMap::virtualKey(keycode)) keyDown_.emit({*key, modifiers});
+  if (const auto position = X11KeyMap::virtualKey(keycode)) keyDown_.emit({*position, modifiers});
+}
+
+void X11Input::tellRecorders(xcb_keycode_t keycode, uint32_t sequence) {
+  if (!recordedKey_.hasListeners() || isModifierKey(keyboard_.keysym(keycode))) return;
+  recordedKey_.emit({X11KeyMap::virtualKey(keycode).value_or(unknownKeyCode), keyboard_.modifiers()},
+                    sequence);
 }
 
 void X11Input::handleButton(uint32_t button, bool isPress, uint32_t time) {

@@ -7,6 +7,7 @@
 #include "base/scheduler.h"
 #include "platform/event_monitor.h"
 #include "platform/input_activity.h"
+#include "platform/key_recorder.h"
 #include "platform/x11/own_windows.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_gesture.h"
@@ -14,11 +15,11 @@
 
 namespace lumeno {
 
-/// Keys, buttons and wheel as they go to other applications: raw events on the root window. They arrive
-/// whoever holds a grab and take nothing from anybody. Nothing of what is typed is kept: a key is compared,
-/// counted and forgotten; only those that are down in a running gesture are known until they come up. Main
-/// thread.
-class X11Input final : public EventMonitor, public InputActivity {
+/// Keys, buttons and wheel as they go to other applications, and for a recorder of shortcuts also the keys to
+/// our own windows: raw events on the root window. They arrive whoever holds a grab and take nothing from
+/// anybody. Nothing of what is typed is kept: a key is compared, counted and forgotten; only those that are
+/// down in a running gesture are known until they come up. Main thread.
+class X11Input final : public EventMonitor, public InputActivity, public KeyRecorder {
  public:
   X11Input(X11Connection& connection, OwnWindows& ownWindows, Scheduler& scheduler);
 
@@ -31,6 +32,10 @@ class X11Input final : public EventMonitor, public InputActivity {
   [[nodiscard]] uint32_t gestureStartTime() const override { return gesture_.startTime(); }
   [[nodiscard]] Subscription onGestureEnd(std::function<void()> handler) override;
 
+  /// Keys that were pressed before are not told, also when their events have not been handled yet: the key
+  /// that starts a recording is not part of it.
+  [[nodiscard]] Subscription recordKeys(std::function<void(KeyPress)> handler) override;
+
   [[nodiscard]] X11Keyboard& keyboard() { return keyboard_; }
 
   /// One key event that this program itself is about to send: it is not taken for the user's.
@@ -41,8 +46,17 @@ class X11Input final : public EventMonitor, public InputActivity {
   void expectSynthetic(const std::vector<SyntheticKey>& keys);
 
  private:
+  struct RawKey {
+    xcb_keycode_t keycode = 0;
+    bool isPress = false;
+    bool isRepeat = false;
+    uint32_t time = 0;
+    uint32_t sequence = 0;  ///< of the last request that the server had seen before
+  };
+
   void handleEvent(const xcb_generic_event_t& event);
-  void handleKey(xcb_keycode_t keycode, bool isPress, bool isRepeat, uint32_t time);
+  void handleKey(const RawKey& key);
+  void tellRecorders(xcb_keycode_t keycode, uint32_t sequence);
   void handleButton(uint32_t button, bool isPress, uint32_t time);
   [[nodiscard]] bool isSynthetic(xcb_keycode_t keycode, bool isPress);
   void release(uint16_t input);
@@ -65,6 +79,7 @@ class X11Input final : public EventMonitor, public InputActivity {
   Signal<KeyPress> keyDown_;
   Signal<> mouseDown_;
   Signal<> gestureEnd_;
+  Signal<KeyPress, uint32_t> recordedKey_;  ///< with the number of the request that it followed
   Subscription events_;
 };
 

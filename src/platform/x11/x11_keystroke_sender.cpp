@@ -2,6 +2,8 @@
 
 #include <xcb/xtest.h>
 
+#include "platform/file_manager.h"
+
 namespace lumeno {
 
 using namespace std::chrono_literals;
@@ -13,6 +15,7 @@ constexpr int mostLooks = 30;
 
 constexpr uint32_t insertKeysym = 0xff63;
 constexpr uint32_t controlKeysym = 0xffe3;
+constexpr xcb_keycode_t positionOfC = 54;
 constexpr xcb_keycode_t positionOfV = 55;
 
 }  // namespace
@@ -22,16 +25,20 @@ X11KeystrokeSender::X11KeystrokeSender(X11Connection& connection, Workspace& wor
     : connection_(connection), workspace_(workspace), input_(input), scheduler_(scheduler) {}
 
 Job X11KeystrokeSender::sendCopy(uint64_t window, std::function<void(Outcome)> done) {
-  return start(insertKeysym, window, std::move(done));
+  return start({insertKeysym, std::nullopt, Audience::any}, window, std::move(done));
+}
+
+Job X11KeystrokeSender::sendCopyFiles(uint64_t window, std::function<void(Outcome)> done) {
+  return start({'c', positionOfC, Audience::fileManagers}, window, std::move(done));
 }
 
 Job X11KeystrokeSender::sendPaste(uint64_t window, std::function<void(Outcome)> done) {
-  return start('v', window, std::move(done));
+  return start({'v', positionOfV, Audience::any}, window, std::move(done));
 }
 
-Job X11KeystrokeSender::start(uint32_t keysym, uint64_t window, std::function<void(Outcome)> done) {
+Job X11KeystrokeSender::start(const Command& command, uint64_t window, std::function<void(Outcome)> done) {
   auto request = std::make_shared<Request>();
-  request->keysym = keysym;
+  request->command = command;
   request->window = window;
   request->done = std::move(done);
   request->looksLeft = mostLooks;
@@ -54,11 +61,15 @@ void X11KeystrokeSender::look(const std::shared_ptr<Request>& request) {
 
 KeystrokeSender::Outcome X11KeystrokeSender::send(const Request& request) {
   if (!isInFront(request) || workspace_.frontmostApplication()->isTerminal) return Outcome::refused;
+  const Command& command = request.command;
+  if (command.audience == Audience::fileManagers &&
+      workspace_.frontmostApplication()->bundleIdentifier != fileManagerBundleIdentifier) {
+    return Outcome::refused;
+  }
   X11Keyboard& keyboard = input_.keyboard();
   const auto control = keyboard.keycodeFor(controlKeysym);
-  auto key = keyboard.keycodeFor(request.keysym);
-  // No layout at hand has Latin letters: programs then go by the key's position.
-  if (!key && request.keysym == 'v') key = positionOfV;
+  auto key = keyboard.keycodeFor(command.keysym);
+  if (!key) key = command.position;
   if (!control || !key) return Outcome::refused;
 
   const auto down = keyboard.keysDown();

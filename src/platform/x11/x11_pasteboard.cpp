@@ -61,6 +61,13 @@ Job X11Pasteboard::readString(std::function<void(std::optional<QString>)> done) 
   return content_.readText(std::move(done));
 }
 
+Job X11Pasteboard::readFileUrls(std::function<void(std::optional<std::vector<QUrl>>)> done) {
+  if (const auto* offers = ownOffers()) {
+    return scheduler_.after(0ms, [done = std::move(done), urls = content_.fileUrlsIn(*offers)] { done(urls); });
+  }
+  return content_.readFileUrls(std::move(done));
+}
+
 void X11Pasteboard::setString(const QString& text) {
   // Counted besides the change of owner that it brings: a capture under way must not take it for the copy it
   // waits for, nor put something older in its place.

@@ -22,6 +22,7 @@ class X11Pasteboard final : public Pasteboard {
   [[nodiscard]] Job snapshot(std::function<void(std::optional<PasteboardSnapshot>)> done) override;
   void restore(const PasteboardSnapshot& snapshot) override;
   [[nodiscard]] Job readString(std::function<void(std::optional<QString>)> done) override;
+  [[nodiscard]] Job readFileUrls(std::function<void(std::optional<std::vector<QUrl>>)> done) override;
   void setString(const QString& text) override;
 
   /// To be called before the program ends: passes what is on the clipboard to the desktop's clipboard

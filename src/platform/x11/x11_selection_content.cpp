@@ -1,11 +1,16 @@
 #include "platform/x11/x11_selection_content.h"
 
+#include <sys/stat.h>
+
 #include <QDeadlineTimer>
 #include <QSet>
 #include <algorithm>
 #include <array>
 #include <span>
 #include <utility>
+
+#include "records/file_selection.h"
+#include "records/uri_list.h"
 
 namespace lumeno {
 
@@ -16,6 +21,7 @@ constexpr qsizetype textBytes = 16 * 1024 * 1024;
 constexpr qsizetype allBytes = 32 * 1024 * 1024;
 constexpr auto secretMark = "x-kde-passwordManagerHint";
 constexpr auto secretValue = "secret";
+constexpr auto uriList = "text/uri-list";
 
 using Targets = std::vector<xcb_atom_t>;
 
@@ -44,6 +50,14 @@ bool isContent(const QByteArray& target) {
 
 bool isImage(const QByteArray& target) {
   return target.startsWith("image/") || target == "application/x-qt-image";
+}
+
+/// Whether a path can be trusted to be exact. Programs that keep names as text put U+FFFD in place of bytes that
+/// are none; only where such a file exists the character is its own.
+bool isTold(const QUrl& url) {
+  const QByteArray path = localPath(url);
+  struct stat status {};
+  return !path.contains("\xEF\xBF\xBD") || lstat(path.constData(), &status) == 0;
 }
 
 }  // namespace
@@ -141,30 +155,57 @@ class X11SelectionContent::ReadingOf : public Reading {
   Done done_;
 };
 
-class X11SelectionContent::TextReading final : public ReadingOf<QString> {
+/// Takes the first of several targets, by preference, that can be decoded.
+template <typename Answer>
+class X11SelectionContent::BestReading : public ReadingOf<Answer> {
  public:
-  using ReadingOf::ReadingOf;
+  using ReadingOf<Answer>::ReadingOf;
+
+ protected:
+  [[nodiscard]] virtual Targets candidatesAmong(const Targets& targets) const = 0;
+  [[nodiscard]] virtual std::optional<Answer> decode(xcb_atom_t target, const SelectionValue& value) const = 0;
 
  private:
-  void noOwner() override { fail(); }
+  void noOwner() override { this->fail(); }
 
   void proceed(const Targets& targets) override {
-    candidates_ = content_.textTargets(targets);
+    candidates_ = candidatesAmong(targets);
     tryCandidate(0);
   }
 
   void tryCandidate(size_t index) {
-    if (index == candidates_.size()) return fail();
-    ask(candidates_[index], [this, index](const TransferResult& answer) {
-      if (isLimitExceeded(answer)) return fail();
-      auto text = answer.outcome == TransferOutcome::delivered
-                      ? content_.decode(candidates_[index], answer.value)
-                      : std::nullopt;
-      text ? finish(std::move(text)) : tryCandidate(index + 1);
+    if (index == candidates_.size()) return this->fail();
+    this->ask(candidates_[index], [this, index](const TransferResult& answer) {
+      if (this->isLimitExceeded(answer)) return this->fail();
+      auto decoded = answer.outcome == TransferOutcome::delivered ? decode(candidates_[index], answer.value)
+                                                                  : std::nullopt;
+      decoded ? this->finish(std::move(decoded)) : tryCandidate(index + 1);
     });
   }
 
   Targets candidates_;
+};
+
+class X11SelectionContent::TextReading final : public BestReading<QString> {
+ public:
+  using BestReading::BestReading;
+
+ private:
+  Targets candidatesAmong(const Targets& targets) const override { return content_.textTargets(targets); }
+  std::optional<QString> decode(xcb_atom_t target, const SelectionValue& value) const override {
+    return content_.decode(target, value);
+  }
+};
+
+class X11SelectionContent::FileReading final : public BestReading<std::vector<QUrl>> {
+ public:
+  using BestReading::BestReading;
+
+ private:
+  Targets candidatesAmong(const Targets& targets) const override { return content_.fileTargets(targets); }
+  std::optional<std::vector<QUrl>> decode(xcb_atom_t target, const SelectionValue& value) const override {
+    return content_.decodeFiles(target, value);
+  }
 };
 
 class X11SelectionContent::FullReading final : public ReadingOf<std::vector<SelectionOffer>> {
@@ -218,6 +259,10 @@ Job X11SelectionContent::readText(std::function<void(std::optional<QString>)> do
   return begin(std::make_shared<TextReading>(*this, textBytes, std::move(done)));
 }
 
+Job X11SelectionContent::readFileUrls(std::function<void(std::optional<std::vector<QUrl>>)> done) {
+  return begin(std::make_shared<FileReading>(*this, textBytes, std::move(done)));
+}
+
 Job X11SelectionContent::readAll(std::function<void(std::optional<std::vector<SelectionOffer>>)> done) {
   return begin(std::make_shared<FullReading>(*this, allBytes, std::move(done)));
 }
@@ -229,9 +274,8 @@ Job X11SelectionContent::begin(std::shared_ptr<Reading> reading) {
   return Job([reading = std::move(reading)] { reading->cancel(); });
 }
 
-/// By preference. The names of MIME types come in any case.
-Targets X11SelectionContent::textTargets(const Targets& targets) const {
-  static constexpr std::array<const char*, 3> names{"utf8_string", "text/plain;charset=utf-8", "string"};
+/// Those with one of the names, in the order of the names. The names of MIME types come in any case.
+Targets X11SelectionContent::targetsNamed(std::span<const char* const> names, const Targets& targets) const {
   Targets found;
   for (const char* name : names) {
     const auto match = std::find_if(targets.begin(), targets.end(), [this, name](xcb_atom_t target) {
@@ -240,6 +284,37 @@ Targets X11SelectionContent::textTargets(const Targets& targets) const {
     if (match != targets.end()) found.push_back(*match);
   }
   return found;
+}
+
+Targets X11SelectionContent::textTargets(const Targets& targets) const {
+  static constexpr std::array names{"utf8_string", "text/plain;charset=utf-8", "string"};
+  return targetsNamed(names, targets);
+}
+
+Targets X11SelectionContent::fileTargets(const Targets& targets) const {
+  static constexpr std::array names{uriList, "x-special/gnome-copied-files", "x-special/mate-copied-files"};
+  return targetsNamed(names, targets);
+}
+
+std::optional<std::vector<QUrl>> X11SelectionContent::decodeFiles(xcb_atom_t target,
+                                                                  const SelectionValue& value) const {
+  if (value.format != 8) return std::nullopt;
+  const bool isPlainList = connection_.atomName(target).toLower() == uriList;
+  auto urls = isPlainList ? fileUrlsInUriList(value.bytes) : fileUrlsInCopiedFiles(value.bytes);
+  if (!urls || !std::all_of(urls->begin(), urls->end(), isTold)) return std::nullopt;
+  return urls;
+}
+
+std::optional<std::vector<QUrl>> X11SelectionContent::fileUrlsIn(
+    const std::vector<SelectionOffer>& offers) const {
+  Targets targets;
+  for (const SelectionOffer& offer : offers) targets.push_back(offer.target);
+  for (const xcb_atom_t target : fileTargets(targets)) {
+    const auto offer = std::find_if(offers.begin(), offers.end(),
+                                    [target](const SelectionOffer& o) { return o.target == target; });
+    if (auto urls = decodeFiles(target, offer->value)) return urls;
+  }
+  return std::nullopt;
 }
 
 /// The type says what the bytes are: some owners answer for STRING with other encodings too.

@@ -3,9 +3,11 @@
 #include <xcb/xcb.h>
 
 #include <QString>
+#include <QUrl>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "base/job.h"
@@ -24,6 +26,10 @@ class X11SelectionContent {
   /// The text; absent when there is none, it is secret, or it has more than 16 MB.
   [[nodiscard]] Job readText(std::function<void(std::optional<QString>)> done);
 
+  /// The local files in the selection; absent when there are none, some are not local or not told exactly, or
+  /// it is secret.
+  [[nodiscard]] Job readFileUrls(std::function<void(std::optional<std::vector<QUrl>>)> done);
+
   /// Everything that can be read and put back, in the order in which it is offered; empty when there is no
   /// owner, absent when it is secret or has more than 32 MB in all. Of several image formats of the same
   /// picture one is enough.
@@ -31,6 +37,8 @@ class X11SelectionContent {
 
   /// The text among offers that are at hand already, chosen and decoded as by `readText`.
   [[nodiscard]] std::optional<QString> textIn(const std::vector<SelectionOffer>& offers) const;
+  /// The files, likewise.
+  [[nodiscard]] std::optional<std::vector<QUrl>> fileUrlsIn(const std::vector<SelectionOffer>& offers) const;
 
   /// To be called when the selection has a new owner: reads that are under way begin again with that one,
   /// within their first deadline.
@@ -40,11 +48,19 @@ class X11SelectionContent {
   class Reading;
   template <typename Answer>
   class ReadingOf;
+  template <typename Answer>
+  class BestReading;
   class TextReading;
+  class FileReading;
   class FullReading;
 
   Job begin(std::shared_ptr<Reading> reading);
+  [[nodiscard]] std::vector<xcb_atom_t> targetsNamed(std::span<const char* const> names,
+                                                     const std::vector<xcb_atom_t>& targets) const;
   [[nodiscard]] std::vector<xcb_atom_t> textTargets(const std::vector<xcb_atom_t>& targets) const;
+  [[nodiscard]] std::vector<xcb_atom_t> fileTargets(const std::vector<xcb_atom_t>& targets) const;
+  [[nodiscard]] std::optional<std::vector<QUrl>> decodeFiles(xcb_atom_t target,
+                                                             const SelectionValue& value) const;
   [[nodiscard]] std::optional<QString> decode(xcb_atom_t target, const SelectionValue& value) const;
 
   X11Connection& connection_;

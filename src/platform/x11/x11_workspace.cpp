@@ -65,7 +65,7 @@ std::optional<QString> X11Workspace::ownBundleIdentifier() {
 // by their window class.
 void X11Workspace::loadEntries() {
   QThreadPool::globalInstance()->start([self = QPointer(this)] {
-    auto entries = X11DesktopEntries::load(X11DesktopEntries::dataFolders(), QLocale::system().name());
+    auto entries = DesktopEntries::load(applicationDataFolders(), QLocale::system().name());
     QMetaObject::invokeMethod(
         QCoreApplication::instance(),
         [self, entries = std::move(entries)]() mutable {
@@ -110,7 +110,8 @@ void X11Workspace::setFrontmost(std::optional<RunningApplication> application) {
 }
 
 RunningApplication X11Workspace::ownApplication(xcb_window_t window) const {
-  return {ownIdentifier, ownName, static_cast<ProcessId>(QCoreApplication::applicationPid()), window, false};
+  return {ownIdentifier, ownName, static_cast<ProcessId>(QCoreApplication::applicationPid()), window, false,
+          ownIdentifier.toLower()};
 }
 
 RunningApplication X11Workspace::describe(xcb_window_t window) {
@@ -124,7 +125,8 @@ RunningApplication X11Workspace::describe(xcb_window_t window) {
     if (className.isEmpty()) className = processName(process);
     identity = identities_.insert(windowClass, identify(QString::fromUtf8(names.value(0)), className));
   }
-  return {identity->bundleIdentifier, identity->name, process, window, identity->isTerminal};
+  return {identity->bundleIdentifier, identity->name, process, window, identity->isTerminal,
+          identity->applicationId};
 }
 
 X11Workspace::Identity X11Workspace::identify(const QString& instanceName, const QString& className) const {
@@ -133,7 +135,8 @@ X11Workspace::Identity X11Workspace::identify(const QString& instanceName, const
   auto known = knownBundleIdentifier(className);
   if (!known) known = knownBundleIdentifier(id);
   return {known.value_or(id), entry ? entry->name : className,
-          isKnownTerminal(className) || isKnownTerminal(instanceName) || (entry && entry->isTerminal)};
+          isKnownTerminal(className) || isKnownTerminal(instanceName) || (entry && entry->isTerminal),
+          className.toLower()};
 }
 
 ProcessId X11Workspace::processOf(xcb_window_t window) const {

@@ -5,10 +5,10 @@
 #include <memory>
 
 #include "base/scheduler.h"
+#include "platform/desktop_entry/desktop_entries.h"
 #include "platform/workspace.h"
 #include "platform/x11/own_windows.h"
 #include "platform/x11/x11_connection.h"
-#include "platform/x11/x11_desktop_entries.h"
 
 namespace lumeno {
 
@@ -30,6 +30,7 @@ class X11Workspace final : public QObject, public Workspace {
     QString bundleIdentifier;
     QString name;
     bool isTerminal = false;
+    QString applicationId;
   };
 
   void loadEntries();
@@ -44,7 +45,7 @@ class X11Workspace final : public QObject, public Workspace {
   X11Connection& connection_;
   OwnWindows& ownWindows_;
   Scheduler& scheduler_;
-  X11DesktopEntries entries_;
+  DesktopEntries entries_;
   QHash<QByteArray, Identity> identities_;  ///< by the bytes of WM_CLASS
   std::optional<RunningApplication> frontmost_;
   Job gap_;  ///< waits for the next window when none is active

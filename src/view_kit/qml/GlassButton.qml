@@ -9,27 +9,42 @@ Item {
     property string hint
     property string symbol
     property string symbolWeight: "regular"
-    property int symbolSize: 15
-    property int size: Math.max(30, theme.metrics.subheadline + 17)
+    property int symbolSize: small ? 14 : 15
+    property int size: small ? Math.max(26, theme.metrics.caption + 14) : Math.max(30, theme.metrics.subheadline + 17)
     property bool prominent: false
     property bool iconOnly: false
+    // A lesser one among others of its kind.
+    property bool small: false
 
+    readonly property int padding: small ? 10 : 12
+    readonly property int gap: small ? 5 : 6
     readonly property bool hovered: mouse.containsMouse
     readonly property bool pressed: mouse.pressed && mouse.containsMouse
 
     signal activated
 
-    implicitWidth: iconOnly ? size : 12 + symbolSize + 6 + Math.ceil(label.implicitWidth) + 12
+    implicitWidth: iconOnly ? size : padding + symbolSize + gap + Math.ceil(label.implicitWidth) + padding
     implicitHeight: size
+    // Not when it goes together with all that is round it.
+    opacity: enabled || !parent.enabled ? 1 : 0.4
     activeFocusOnTab: true
 
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.description: hint
     Accessible.focusable: true
-    Accessible.onPressAction: activated()
+    Accessible.onPressAction: press()
 
-    Keys.onSpacePressed: activated()
+    Keys.onSpacePressed: event => {
+        if (!event.isAutoRepeat)
+            press()
+    }
+
+    // Assistive technology reaches disabled buttons too.
+    function press() {
+        if (enabled)
+            activated()
+    }
 
     Loader {
         anchors.fill: parent
@@ -53,7 +68,7 @@ Item {
     }
 
     Symbol {
-        x: button.iconOnly ? (parent.width - width) / 2 : 12
+        x: button.iconOnly ? (parent.width - width) / 2 : button.padding
         anchors.verticalCenter: parent.verticalCenter
         name: button.symbol
         size: button.symbolSize
@@ -63,10 +78,10 @@ Item {
     Label {
         id: label
         visible: !button.iconOnly
-        x: 12 + button.symbolSize + 6
+        x: button.padding + button.symbolSize + button.gap
         height: parent.height
         text: button.text
-        font.pixelSize: theme.metrics.subheadline
+        font.pixelSize: button.small ? theme.metrics.caption : theme.metrics.subheadline
         font.weight: Font.Medium
         color: button.prominent ? theme.colors.onAccent : theme.colors.label
         Accessible.ignored: true
@@ -78,6 +93,6 @@ Item {
         anchors.fill: parent
         anchors.margins: Math.min(0, (button.size - 30) / 2)
         hoverEnabled: true
-        onClicked: button.activated()
+        onClicked: button.press()
     }
 }

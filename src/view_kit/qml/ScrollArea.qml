@@ -8,6 +8,10 @@ Item {
     property real limit: 240
     // Text that grows is followed to its end.
     property bool followsEnd: false
+    // What clipped text fades into.
+    property color fade: theme.colors.cardFade
+    // How far beside the text the thumb is.
+    property int thumbGap: 6
     default property alias content: flick.flickableData
     readonly property alias viewportY: flick.contentY
     readonly property bool overflows: flick.contentHeight > height
@@ -58,14 +62,14 @@ Item {
     EdgeFade {
         anchors.top: parent.top
         visible: area.overflows && !flick.atYBeginning
-        from: theme.colors.cardFade
-        to: Qt.alpha(theme.colors.cardFade, 0)
+        from: area.fade
+        to: Qt.alpha(area.fade, 0)
     }
     EdgeFade {
         anchors.bottom: parent.bottom
         visible: area.overflows && !flick.atYEnd
-        from: Qt.alpha(theme.colors.cardFade, 0)
-        to: theme.colors.cardFade
+        from: Qt.alpha(area.fade, 0)
+        to: area.fade
     }
     Rectangle {
         id: thumb
@@ -74,7 +78,7 @@ Item {
         readonly property real position: flick.contentY / Math.max(1, flick.contentHeight - flick.height)
 
         visible: area.overflows
-        x: area.width + 6
+        x: area.width + area.thumbGap
         y: 2 + (room - height) * Math.max(0, Math.min(1, position))
         width: 5
         height: Math.min(room, Math.max(28, room * share))

@@ -139,6 +139,8 @@ TEST(DesktopUrlOpener, SettingsPanesAreTheDesktopsOwnPages) {
   EXPECT_TRUE(f.open(calendars));
   EXPECT_EQ(f.started(u"gnome-control-center"_s), u"online-accounts"_s);
   EXPECT_FALSE(f.wasStarted(u"xfce4-accessibility-settings"_s));
+  f.desktop.set("XDG_CURRENT_DESKTOP", u"XFCE"_s);
+  EXPECT_FALSE(f.open(calendars)) << "GNOME's page does not open on another desktop";
 }
 
 TEST(DesktopUrlOpener, WithoutAHandlerThePortalDecides) {

@@ -70,6 +70,21 @@ TEST_F(HUDPanelControllerTest, FollowsANewAnchorWithContentOfTheSameSize) {
   EXPECT_EQ(window.moveDuration, milliseconds(0));
 }
 
+TEST_F(HUDPanelControllerTest, TakesTheKeyboardWhenAskedOnlyWhereItMay) {
+  panel.takeKeyboard();
+  EXPECT_FALSE(window.isKey) << "hidden";
+  showPlaced();
+  panel.takeKeyboard();
+  EXPECT_FALSE(window.isKey);
+  panel.show(anchor, true, true, false);
+  EXPECT_FALSE(window.isKey);
+  EXPECT_FALSE(panel.takesFocus());
+  panel.takeKeyboard();
+  EXPECT_TRUE(window.isKey);
+  panel.show(anchor, true, true, true);
+  EXPECT_TRUE(panel.takesFocus());
+}
+
 TEST_F(HUDPanelControllerTest, LaysOutOnceWhenTheContentReportsWhileShowing) {
   showPlaced();
   panel.onWillShow = [this] { panel.layout({380, 90}); };

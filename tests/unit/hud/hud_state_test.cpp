@@ -1,5 +1,7 @@
 #include "hud/hud_state.h"
 
+#include <QDir>
+
 #include "unit/hud/hud_fixture.h"
 
 using namespace Qt::StringLiterals;
@@ -66,6 +68,100 @@ TEST_F(HudStateTest, DescribesEveryPhase) {
   setPhase(phase::Suggestions{});
   turn();
   EXPECT_EQ(state.content().headerTitle, u"Lumeno"_s);
+}
+
+TEST_F(HudStateTest, DescribesTheCalendarCard) {
+  const QDateTime start({2026, 11, 16}, {15, 0});
+  const CalendarDraft draft{u"Team sync"_s, start, start.addSecs(3600), u"Work"_s};
+  setPhase(phase::CalendarConfirm{draft});
+  state.present(true);
+  EXPECT_EQ(state.content().headerSymbol, u"calendar.badge.plus"_s);
+  EXPECT_EQ(state.content().headerTitle, u"New event"_s);
+  EXPECT_EQ(state.content().eventTitle, u"Team sync"_s);
+  EXPECT_EQ(state.content().eventTime, draft.dateRangeText());
+  EXPECT_EQ(state.content().eventCalendar, u"Work"_s);
+}
+
+TEST_F(HudStateTest, DescribesEveryStageOfTheFileCommandBar) {
+  using Stage = FileActionSession::Stage;
+  offer({suggestion(IntentKind::tone, u"A"_s)});
+  FileActionSession& session = openFiles(Stage::Input{}, {u"a\nb.txt"_s});
+  session.instruction.set(u"list"_s);
+  state.present(true);
+  EXPECT_EQ(state.content().phase, u"files"_s);
+  EXPECT_EQ(state.content().headerSymbol, u"folder.fill.badge.gearshape"_s);
+  EXPECT_EQ(state.content().headerTitle, u"a\nb.txt"_s);
+  const FileActionState& files = *state.files();
+  EXPECT_EQ(files.content().stage, u"input"_s);
+  EXPECT_EQ(files.request(), u"list"_s);
+
+  const auto enter = [&](const FileActionSession::StageValue& stage) {
+    session.stage.set(stage);
+    turn();
+  };
+  enter(Stage::Planning{});
+  EXPECT_EQ(files.content().stage, u"planning"_s);
+  const QUrl inside = fileUrl((QDir::homePath() + u"/Pictures"_s).toUtf8());
+  enter(Stage::Preview{{u"list"_s, u"ls\x1B[2K \u202E-l"_s, inside, std::nullopt}});
+  EXPECT_EQ(files.content().stage, u"preview"_s);
+  EXPECT_EQ(files.content().command, u"ls␛[2K ⟨U+202E⟩-l"_s);
+  EXPECT_EQ(files.content().folder, u"~/Pictures"_s);
+  EXPECT_FALSE(files.content().blocked);
+  enter(Stage::Preview{{u"list"_s, u"rm -rf /"_s, fileUrl(QDir::homePath().toUtf8()), u"Too much."_s}});
+  EXPECT_EQ(files.content().folder, u"~"_s);
+  EXPECT_TRUE(files.content().blocked);
+  EXPECT_EQ(files.content().blockedReason, u"Too much."_s);
+  enter(Stage::Running{{}});
+  EXPECT_EQ(files.content().stage, u"running"_s);
+  EXPECT_EQ(files.content().command, u"rm -rf /"_s) << "what fades out keeps its text";
+
+  enter(Stage::Result{{{}, u"listed"_s, u"warning"_s, 0, false}});
+  EXPECT_EQ(files.content().stage, u"result"_s);
+  EXPECT_FALSE(files.content().failed);
+  EXPECT_EQ(files.output(), u"listed"_s);
+  EXPECT_EQ(files.content().stopNotice, QString());
+  enter(Stage::Result{{{}, u"half"_s, u"It was stopped."_s, 0, true}});
+  EXPECT_TRUE(files.content().failed);
+  EXPECT_EQ(files.output(), u"half"_s);
+  EXPECT_EQ(files.content().stopNotice, u"It was stopped."_s);
+  enter(Stage::Result{{{}, u" \n"_s, u"It was stopped."_s, 143, true}});
+  EXPECT_EQ(files.output(), u"It was stopped."_s);
+  EXPECT_EQ(files.content().stopNotice, QString()) << "not twice";
+  enter(Stage::Error{u"No answer."_s});
+  EXPECT_EQ(files.content().error, u"No answer."_s);
+
+  model.fileSession.set(nullptr);
+  turn();
+  EXPECT_EQ(state.content().phase, u"suggestions"_s);
+}
+
+TEST_F(HudStateTest, TheRequestGoesBothWaysAndOnlyToTheBarThatIsShown) {
+  const auto first = [this] {
+    openFiles();
+    return model.fileSession.get();
+  }();
+  state.present(true);
+  FileActionState& files = *state.files();
+  files.setRequest(u"a"_s);
+  files.setRequest(u"ab"_s);
+  EXPECT_EQ(first->instruction.get(), u"ab"_s);
+  turn();
+  EXPECT_EQ(files.request(), u"ab"_s);
+  first->instruction.set(u"from elsewhere"_s);
+  turn();
+  EXPECT_EQ(files.request(), u"from elsewhere"_s);
+
+  // Another selection, which is not shown yet.
+  FileActionSession& second = openFiles();
+  files.setRequest(u"typed for the first"_s);
+  files.submit();
+  EXPECT_EQ(second.instruction.get(), QString());
+  EXPECT_TRUE(std::holds_alternative<FileActionSession::Stage::Input>(second.stage.get()));
+  turn();
+  EXPECT_EQ(files.request(), QString());
+  state.retire();
+  files.setRequest(u"too late"_s);
+  EXPECT_EQ(second.instruction.get(), QString());
 }
 
 TEST_F(HudStateTest, HighlightsOnlyInKeyboardMode) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "support/wait_until.h"
 #include "unit/model/app_model_fixture.h"
 
 namespace lumeno {
@@ -87,7 +88,6 @@ TEST_F(FileCommandBarTest, FollowsItsSwitchAndTheWelcome) {
 }
 
 TEST_F(FileCommandBarTest, SummonPrefersFilesAndTakesTheKeyboard) {
-  element->text = u"serendipity"_s;
   fileManager.selected = urls({"/home/a/one"});
   model->summon();
   EXPECT_TRUE(model->isCapturing.get());
@@ -133,7 +133,10 @@ TEST_F(FileCommandBarTest, ClosingDropsThePlanAndLeavesARunningCommandAlone) {
   const auto running = session();
   running->instruction.set(u"list"_s);
   running->submit();
-  scheduler.advance(1000);
+  ASSERT_TRUE(waitUntil([&] {  // the command is looked at on a worker
+    scheduler.advance(10);
+    return std::holds_alternative<FileActionSession::Stage::Preview>(running->stage.get());
+  }));
   running->confirm();
   ASSERT_EQ(shell.commands.size(), 1U);
   model->dismiss();
