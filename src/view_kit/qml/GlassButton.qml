@@ -27,12 +27,12 @@ Item {
     implicitHeight: size
     // Not when it goes together with all that is round it.
     opacity: enabled || !parent.enabled ? 1 : 0.4
-    activeFocusOnTab: true
+    activeFocusOnTab: enabled
 
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.description: hint
-    Accessible.focusable: true
+    Accessible.focusable: enabled
     Accessible.onPressAction: press()
 
     Keys.onSpacePressed: event => {
