@@ -1,0 +1,32 @@
+#include "onboarding/personalize_state.h"
+
+#include <algorithm>
+
+#include "hotkey/key_names.h"
+
+namespace lumeno {
+
+PersonalizeState::PersonalizeState(SettingsStore& settings) : settings_(settings) {
+  const auto follow = [this](auto&... preferences) {
+    (subscriptions_.push_back(preferences.subscribe([this](const auto&) { Q_EMIT changed(); })), ...);
+  };
+  follow(settings.fileActionsEnabled, settings.launchAtLogin, settings.resultSoundEnabled,
+         settings.hapticsEnabled, settings.summonHotkeyEnabled, settings.keyboardNavEnabled, settings.backend,
+         settings.summonHotkey);
+}
+
+int PersonalizeState::backend() const {
+  const auto found = std::find(allAIBackends.begin(), allAIBackends.end(), settings_.backend.get());
+  return static_cast<int>(found - allAIBackends.begin());
+}
+
+void PersonalizeState::setBackend(int index) {
+  if (index < 0 || index >= static_cast<int>(allAIBackends.size())) return;
+  settings_.backend.set(allAIBackends[static_cast<size_t>(index)]);
+}
+
+QString PersonalizeState::summonHotkey() const {
+  return displayString(settings_.summonHotkey.get());
+}
+
+}  // namespace lumeno
