@@ -105,6 +105,44 @@ class Faults(DesktopTest):
         self.lumeno.process.terminate()
         self.assertEqual(self.lumeno.process.wait(5), 0)
 
+    def start_elsewhere(self, **environment):
+        """Another Lumeno in place of the first, with something of its own that can be taken away."""
+        self.lumeno.stop()
+        return self.start(os.path.join(desktop.BINARIES, "lumeno"), env=environment)
+
+    def cpu_time(self, process):
+        with open(f"/proc/{process.process.pid}/stat", encoding="ascii") as f:
+            return sum(int(v) for v in f.read().rpartition(")")[2].split()[11:13])
+
+    def start_display(self, number):
+        server = self.start("Xvfb", f":{number}", "-nolisten", "tcp")
+        wait_for("the other X server", lambda: os.path.exists(f"/tmp/.X11-unix/X{number}"))
+        return server
+
+    def test_lives_on_without_its_session_bus(self):
+        self.start_display(78)  # the services of a bus leave their marks on their display
+        address = f"unix:path={self.directory}/bus"
+        bus = self.start("dbus-daemon", "--session", "--nofork", f"--address={address}")
+        wait_for("the other bus", lambda: os.path.exists(f"{self.directory}/bus"))
+        lumeno = self.start_elsewhere(DBUS_SESSION_BUS_ADDRESS=address, DISPLAY=":78")
+        wait_for("Lumeno on it", lambda: "AccessGranted" in desktop.run(
+            "gdbus", "introspect", "--address", address, "-d", "org.lumeno.Lumeno", "-o", "/org/lumeno/Lumeno",
+            check=False))
+        bus.stop()
+        time.sleep(0.5)
+        before = self.cpu_time(lumeno)
+        self.assertTrue(stays_false(lambda: not lumeno.running(), 2))
+        self.assertLess(self.cpu_time(lumeno) - before, 20, "it is busy with a bus that is gone")
+        lumeno.process.terminate()
+        self.assertEqual(lumeno.process.wait(5), 0)
+
+    def test_ends_with_its_x_server(self):
+        server = self.start_display(77)
+        lumeno = self.start_elsewhere(DISPLAY=":77")
+        wait_for("Lumeno on the session bus", lambda: self.bus_call("GrantAccess") is not None)
+        server.stop()
+        self.assertIsNotNone(lumeno.process.wait(5))
+
 
 if __name__ == "__main__":
     desktop.main()

@@ -14,7 +14,7 @@ COMMANDS = [["gather", "mkdir gathered && mv 'drei ä.txt' one.txt 'two words.tx
             ["blocked", "touch ran; killall nothing-of-that-name"],
             ["careful", "rm -r one.txt && touch ran"],
             ["fail", "echo gone wrong >&2; exit 3"],
-            ["silence", ""]]
+            ["slow", "sleep 2; touch finished"]]
 
 
 def center(accessible):
@@ -197,6 +197,15 @@ class Reviewing(FileManagerTest):
         self.view.press("Another")
         self.wait_for_name("Generate command")
 
+    def test_a_confirmed_command_outlives_the_program(self):
+        self.plan("slow", "touch finished")
+        self.view.press("Run")
+        self.wait_for_name("Running…")
+        self.lumeno.process.terminate()
+        self.assertEqual(self.lumeno.process.wait(5), 0)
+        self.assertFalse(self.is_there("finished"))
+        wait_for("the command to finish", lambda: self.is_there("finished"))
+
     def test_without_a_server_the_bar_says_so_and_keeps_the_request(self):
         self.model.stop()
         self.open_caja()
@@ -213,7 +222,7 @@ class Reviewing(FileManagerTest):
 
 
 class Races(FileManagerTest):
-    delay = 1200
+    delay = 3000
 
     def test_another_selection_while_planning_starts_afresh(self):
         self.open_caja()
@@ -225,7 +234,7 @@ class Races(FileManagerTest):
         click(*self.item(NAMES[2]))
         self.wait_for_name(NAMES[2])
         self.wait_for_name("Generate command")
-        self.assertTrue(stays_false(lambda: self.view.find("Run"), 2.5), "the old plan was shown")
+        self.assertTrue(stays_false(lambda: self.view.find("Run"), 3.5), "the old plan was shown")
 
     def test_escape_while_planning_closes_for_good(self):
         self.open_caja()
