@@ -19,9 +19,7 @@ class ClipboardSelectionCapture::Run : public std::enable_shared_from_this<Run> 
 
   void begin() {
     // From the event loop, so that no answer can come before `capture` has returned.
-    next([this] {
-      return owner_.scheduler_.after(0ms, [this] { isWanted() ? prepare() : finishEmpty(); });
-    });
+    next([this] { return owner_.scheduler_.after(0ms, [this] { isWanted() ? prepare() : finishEmpty(); }); });
   }
 
   void abandon() {
@@ -148,9 +146,8 @@ class ClipboardSelectionCapture::TextRun final : public RunFor<QString> {
   }
   Job pressCopy(Pressed pressed) override { return owner_.keystrokes_.sendCopy(window_, std::move(pressed)); }
   Job read() override {
-    return owner_.pasteboard_.readString([this](const std::optional<QString>& text) {
-      finish(text && hasText(*text) ? text : std::nullopt);
-    });
+    return owner_.pasteboard_.readString(
+        [this](const std::optional<QString>& text) { finish(text && hasText(*text) ? text : std::nullopt); });
   }
 
   const CopyKey copyKey_;

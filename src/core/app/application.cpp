@@ -108,8 +108,8 @@ class Application::Private {
   X11KeystrokeSender keystrokes{*connection, workspace, input, scheduler};
   X11Pasteboard pasteboard{*connection, scheduler};
   X11SelectionBuffer selectionBuffer{*connection, scheduler, input, workspace};
-  AtspiAccessibility accessibility{workspace, screens, input, selectionBuffer, scheduler,
-                                  stateFile(u"access-granted"_s)};
+  AtspiAccessibility accessibility{workspace,       screens,   input,
+                                   selectionBuffer, scheduler, stateFile(u"access-granted"_s)};
   DesktopFileManager fileManager{workspace, screens, accessibility, scheduler};
   DesktopUrlOpener urlOpener;
   DesktopApplicationLauncher launcher;
@@ -120,7 +120,8 @@ class Application::Private {
   PortalAppearance appearance;
   JsonPreferencesStore preferences{configurationFile()};
   AutostartLoginItem loginItem{QApplication::applicationFilePath()};
-  EdsCalendarStore edsCalendar{scheduler, EdsCalendarStore::installedHelper(), stateFile(u"calendar-asked"_s)};
+  EdsCalendarStore edsCalendar{scheduler, EdsCalendarStore::installedHelper(),
+                               stateFile(u"calendar-asked"_s)};
   FileCalendarStore fileCalendar{scheduler, runtimeFolder()};
   PreferredCalendarStore calendarStore{
       edsCalendar, [this](auto done) { return edsCalendar.isAvailable(std::move(done)); }, fileCalendar};

@@ -24,6 +24,11 @@ Column {
     }
     Item {
         id: button
+
+        // Only the keyboard's focus is outlined.
+        property bool hasPointersFocus: false
+        readonly property bool isOutlined: picker.isOpen || activeFocus && !hasPointersFocus
+
         width: parent.width
         height: Math.max(32, theme.metrics.subheadline + 19)
         activeFocusOnTab: true
@@ -34,17 +39,20 @@ Column {
         Accessible.focusable: true
         Accessible.onPressAction: menu.toggle()
 
-        Keys.enabled: true
         Keys.onPressed: event => event.accepted = menu.handleKey(event.key)
-        onActiveFocusChanged: if (!activeFocus) menu.close()
-        Component.onDestruction: menu.close()
+        onActiveFocusChanged: {
+            if (activeFocus)
+                return
+            menu.close()
+            hasPointersFocus = false
+        }
 
         Surface {
             anchors.fill: parent
             radius: 8
             fill: mouse.pressed ? theme.colors.glassPressed : theme.colors.control
-            innerEdge: picker.isOpen || button.activeFocus ? theme.colors.accentLine : theme.colors.controlEdge
-            innerEdgeWidth: picker.isOpen || button.activeFocus ? 2 : 1
+            innerEdge: button.isOutlined ? theme.colors.accentLine : theme.colors.controlEdge
+            innerEdgeWidth: button.isOutlined ? 2 : 1
         }
         Symbol {
             x: 11
@@ -74,7 +82,10 @@ Column {
         MouseArea {
             id: mouse
             anchors.fill: parent
-            onClicked: menu.toggle()
+            onClicked: {
+                button.hasPointersFocus = true
+                menu.toggle()
+            }
         }
     }
 
@@ -96,6 +107,7 @@ Column {
             list.y = Math.min(corner.y, overlay.height - list.height - 8)
             highlighted = picker.current
             visible = true
+            button.forceActiveFocus()
         }
         function close() {
             visible = false

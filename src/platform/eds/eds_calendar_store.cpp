@@ -4,11 +4,11 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTimeZone>
 #include <utility>
 
 #include "platform/icalendar/content_lines.h"
 #include "platform/icalendar/event_text.h"
+#include "platform/icalendar/event_zone.h"
 
 namespace lumeno {
 
@@ -120,12 +120,13 @@ Job EdsCalendarStore::defaultCalendar(std::function<void(std::variant<Calendar, 
 
 Job EdsCalendarStore::save(const CalendarEvent& event,
                            std::function<void(std::variant<Saved, Failure>)> done) {
+  const icalendar::EventZone zone(event.start, event.end);
   const QJsonObject request = {{"request"_L1, "save"_L1},
                                {"uid"_L1, icalendar::eventUid(event)},
                                {"title"_L1, icalendar::withoutControlCharacters(event.title)},
                                {"start"_L1, event.start.toSecsSinceEpoch()},
                                {"end"_L1, event.end.toSecsSinceEpoch()},
-                               {"zone"_L1, QString::fromLatin1(event.start.timeZone().id())}};
+                               {"zone"_L1, QString::fromLatin1(zone.name())}};
   const EdsHelperCall::Question question{helper_, request, saveDeadline, EdsHelperCall::WhenDropped::finish};
   return EdsHelperCall::ask(
       question, scheduler_, [done = std::move(done)](const EdsHelperCall::Answer& answer) {

@@ -24,11 +24,14 @@ int offsetBefore(const QTimeZone& zone, const QDateTime& change) {
   return zone.offsetFromUtc(change.addSecs(-1));
 }
 
-bool isSecondPassage(const QTimeZone& zone, const QDateTime& moment) {
-  const auto change = latestChange(zone, moment);
-  if (!change.atUtc.isValid()) return false;
-  const int setBack = offsetBefore(zone, change.atUtc) - zone.offsetFromUtc(moment);
-  return change.atUtc.secsTo(moment) < setBack;
+/// Whether the clock shows this time twice.
+bool isDoubled(const QTimeZone& zone, const QDateTime& moment) {
+  const int offset = zone.offsetFromUtc(moment);
+  const auto last = latestChange(zone, moment);
+  if (last.atUtc.isValid() && last.atUtc.secsTo(moment) < offsetBefore(zone, last.atUtc) - offset)
+    return true;
+  const auto next = zone.nextTransition(moment);
+  return next.atUtc.isValid() && moment.secsTo(next.atUtc) <= offset - next.offsetFromUtc;
 }
 
 QByteArray dateTime(const QDateTime& moment, int offset) {
@@ -48,8 +51,7 @@ QByteArray offsetText(int offset) {
 
 EventZone::EventZone(const QDateTime& start, const QDateTime& end)
     : start_(start), end_(end), zone_(start.timeZone()) {
-  if (!isSharedName(zone_.id()) || isSecondPassage(zone_, start) || isSecondPassage(zone_, end))
-    zone_ = QTimeZone();
+  if (!isSharedName(zone_.id()) || isDoubled(zone_, start) || isDoubled(zone_, end)) zone_ = QTimeZone();
 }
 
 QByteArray EventZone::property(const QByteArray& name, const QDateTime& moment) const {

@@ -12,9 +12,12 @@ namespace lumeno::icalendar {
 class EventZone {
  public:
   /// The zone is that of the start. It is given up for UTC where it has no name that other programs know
-  /// ("Europe/Berlin"), and where a time falls into the hour that the clock runs through twice, for the
-  /// second time: its wall clock time would mean the first.
+  /// ("Europe/Berlin"), and where a time falls into the hour that the clock runs through twice, of which some
+  /// programs take the first passage and some the second.
   EventZone(const QDateTime& start, const QDateTime& end);
+
+  /// The Olson name; empty for UTC.
+  [[nodiscard]] QByteArray name() const { return zone_.isValid() ? zone_.id() : QByteArray(); }
 
   /// "DTSTART;TZID=Europe/Berlin:20261116T150000" for the name "DTSTART".
   [[nodiscard]] QByteArray property(const QByteArray& name, const QDateTime& moment) const;

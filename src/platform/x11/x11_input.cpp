@@ -75,9 +75,11 @@ Subscription X11Input::onGestureEnd(std::function<void()> handler) {
 
 Subscription X11Input::recordKeys(std::function<void(KeyPress)> handler) {
   if (!isAvailable_) return {};
-  // Every event carries the number of the last request that the server had seen before it.
-  const uint32_t since = xcb_no_operation(connection_.xcb()).sequence;
-  connection_.flush();
+  // Every event carries the number of the last request that the server had seen before it. The answer to this
+  // one means that from now on it has.
+  const auto mark = xcb_get_input_focus(connection_.xcb());
+  const XcbPtr<xcb_get_input_focus_reply_t> seen(xcb_get_input_focus_reply(connection_.xcb(), mark, nullptr));
+  const uint32_t since = mark.sequence;
   return recordedKey_.connect([since, handler = std::move(handler)](KeyPress key, uint32_t sequence) {
     if (static_cast<int32_t>(sequence - since) >= 0) handler(key);
   });

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "records/file_selection.h"
 #include "support/fake_keystroke_sender.h"
 #include "support/fake_pasteboard.h"
 #include "support/fake_selection_buffer.h"
@@ -179,6 +180,56 @@ TEST_F(ClipboardSelectionCaptureTest, LaterCaptureWaitsForADroppedOne) {
   EXPECT_EQ(keystrokes.copies, 2);
   scheduler.advance(1000);
   EXPECT_EQ(answer, u"first"_s) << "the second key copied the same text again";
+  EXPECT_EQ(pasteboard.items, savedItems);
+}
+
+TEST_F(ClipboardSelectionCaptureTest, FilesAreCopiedWithTheirOwnKey) {
+  buffer.text = u"selected text"_s;  // no file manager's
+  const struct {
+    const char* what;
+    QByteArray type;
+    QByteArray data;
+    std::optional<std::vector<QUrl>> expected;
+  } cases[] = {
+      {"files in their order",
+       "text/uri-list",
+       "file:///tmp/b%FF\r\nfile:///tmp/a%20b\r\n",
+       {{fileUrl("/tmp/b\xFF"), fileUrl("/tmp/a b")}}},
+      {"one that is not local", "text/uri-list", "file:///tmp/b\r\nsmb://server/a\r\n", std::nullopt},
+      {"the text of a name that is edited", "text/plain", "file:///tmp/b", std::nullopt},
+  };
+  int copies = 0;
+  for (const auto& c : cases) {
+    pasteboard.put(saved);
+    copyGives(c.type, c.data, 20);
+    std::optional<std::vector<QUrl>> files;
+    bool isAnswered = false;
+    const Job job = capture.captureFiles(window, [&](std::optional<std::vector<QUrl>> urls) {
+      isAnswered = true;
+      files = std::move(urls);
+    });
+    EXPECT_FALSE(isAnswered) << c.what;
+    scheduler.advance(30);
+    EXPECT_TRUE(isAnswered) << c.what;
+    EXPECT_EQ(files, c.expected) << c.what;
+    EXPECT_EQ(pasteboard.items, savedItems) << c.what;
+    EXPECT_EQ(keystrokes.fileCopies, ++copies) << c.what;
+  }
+  EXPECT_EQ(keystrokes.copies, 0);
+}
+
+TEST_F(ClipboardSelectionCaptureTest, TextAndFilesTakeTurns) {
+  buffer.text = u" "_s;
+  copyGives("text/uri-list", "file:///tmp/a\n", 100);
+  std::optional<std::vector<QUrl>> files;
+  const Job first = capture.captureFiles(
+      window, [&files](std::optional<std::vector<QUrl>> urls) { files = std::move(urls); });
+  const Job second = begin();
+  scheduler.advance(50);
+  EXPECT_EQ(keystrokes.copies, 0) << "the pasteboard is not the user's own yet";
+  scheduler.advance(1000);
+  EXPECT_EQ(files, std::optional(std::vector{fileUrl("/tmp/a")}));
+  EXPECT_EQ(answers, 1);
   EXPECT_EQ(pasteboard.items, savedItems);
 }
 

@@ -296,6 +296,29 @@ TEST_F(FileActionViewTest, EveryButtonDoesItsPart) {
   EXPECT_FALSE(model.fileSession.get());
 }
 
+TEST_F(FileActionViewTest, TheFieldHasTheFocusAgainAlsoWhenViewsFade) {
+  appearance.set({.reduceMotion = false, .accent = {}});
+  openFiles().instruction.set(u"zip"_s);
+  show();
+  ASSERT_TRUE(waitUntil([this] { return focused() == request; }));
+  press(Qt::Key_Return, u"\r"_s);
+  for (const QString& button : {u"Try again"_s, u"Edit request"_s, u"Another"_s}) {
+    enter(button == u"Try again"_s      ? FileActionSession::StageValue{Stage::Error{u"No answer."_s}}
+          : button == u"Edit request"_s ? FileActionSession::StageValue{Stage::Preview{zipCommand()}}
+                                        : Stage::Result{{{}, u"output"_s, {}, 0, false}});
+    ASSERT_TRUE(waitUntil([&] { return accessible(button) && !accessible(request); }));
+    runFor(std::chrono::milliseconds(400));  // longer than any motion
+    panelWindow.isKey = false;
+    QAccessible::queryAccessibleInterface(accessible(button))
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(panelWindow.isKey);
+    scheduler.advance(0);
+    runFor(std::chrono::milliseconds(400));
+    EXPECT_EQ(focused(), request) << button.toStdString();
+  }
+}
+
 TEST_F(FileActionViewTest, CautionsStandUnderTheCommandAndPointIntoIt) {
   script->elements = {u"rm -rf build && ls"_s};
   openFiles().instruction.set(u"clean up"_s);

@@ -3,7 +3,6 @@
 #include <libecal/libecal.h>
 
 #include <memory>
-#include <utility>
 
 namespace lumeno::evolution {
 
@@ -57,14 +56,12 @@ std::variant<Connection, Failure> connect() {
       {QString::fromUtf8(e_source_get_display_name(source.get())), !e_client_is_readonly(client)}};
 }
 
-/// A moment on the clock of a zone; in UTC where that clock shows the same time twice and this is the second.
-/// The zone must be the library's own, by its own name: under any other the service does not find the event
-/// when it is asked what happens on a day.
+/// A moment on the clock of a zone. The zone must be the library's own, by its own name: under any other the
+/// service does not find the event when it is asked what happens on a day.
 Object<ICalTime> timeAt(qint64 seconds, ICalTimezone* zone) {
-  Object<ICalTime> inUtc(
+  const Object<ICalTime> inUtc(
       i_cal_time_new_from_timet_with_zone(seconds, FALSE, i_cal_timezone_get_utc_timezone()));
-  Object<ICalTime> local(i_cal_time_convert_to_zone(inUtc.get(), zone));
-  return i_cal_time_as_timet_with_zone(local.get(), zone) == seconds ? std::move(local) : std::move(inUtc);
+  return Object<ICalTime>(i_cal_time_convert_to_zone(inUtc.get(), zone));
 }
 
 Object<ICalComponent> componentOf(const Event& event) {
