@@ -1,5 +1,6 @@
 #include "onboarding/onboarding_window.h"
 
+#include <QCursor>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
@@ -70,6 +71,14 @@ void OnboardingWindow::bringToFront() {
   if (windowStates() & Qt::WindowMinimized) setWindowStates(windowStates() & ~Qt::WindowMinimized);
   raise();
   requestActivate();
+}
+
+void OnboardingWindow::beginMove() {
+  grip_ = QCursor::pos() - framePosition();
+}
+
+void OnboardingWindow::continueMove() {
+  setFramePosition(QCursor::pos() - grip_);
 }
 
 bool OnboardingWindow::event(QEvent* event) {

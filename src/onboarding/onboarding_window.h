@@ -30,8 +30,9 @@ class OnboardingWindow : public QQuickView {
   [[nodiscard]] DemoTimeline& demo() { return demo_; }
   /// Whether it can be seen.
   [[nodiscard]] bool isLive() const { return isLive_; }
-  /// Begins to move the window as its title bar does.
-  Q_INVOKABLE void beginMove() { startSystemMove(); }
+  /// The window is taken hold of where the pointer is, and then follows it.
+  Q_INVOKABLE void beginMove();
+  Q_INVOKABLE void continueMove();
 
  Q_SIGNALS:
   void liveChanged();
@@ -49,6 +50,7 @@ class OnboardingWindow : public QQuickView {
   OnboardingState state_;
   DemoTimeline demo_;
   bool isLive_ = false;
+  QPoint grip_;  ///< where it was taken hold of, from the corner of its frame
 };
 
 }  // namespace lumeno

@@ -10,6 +10,7 @@ PersonalizeState::PersonalizeState(SettingsStore& settings) : settings_(settings
   const auto follow = [this](auto&... preferences) {
     (subscriptions_.push_back(preferences.subscribe([this](const auto&) { Q_EMIT changed(); })), ...);
   };
+  settings.refreshLaunchAtLogin();
   follow(settings.fileActionsEnabled, settings.launchAtLogin, settings.resultSoundEnabled,
          settings.hapticsEnabled, settings.summonHotkeyEnabled, settings.keyboardNavEnabled, settings.backend,
          settings.summonHotkey);

@@ -41,6 +41,7 @@ SettingsState::SettingsState(const Services& services)
       recorder_(services.settings, services.keyRecorder, services.sound),
       models_(services.settings, services.modelLister),
       applications_(services.applications) {
+  settings_.refreshLaunchAtLogin();
   const auto changed = [this](const auto&) { Q_EMIT settingsChanged(); };
   subscriptions_.push_back(settings_.launchAtLogin.subscribe(changed));
   subscriptions_.push_back(settings_.summonHotkeyEnabled.subscribe(changed));

@@ -123,6 +123,10 @@ void SettingsStore::setActionKind(IntentKind kind, bool enabled) {
 void SettingsStore::applyLoginItem(bool wanted) {
   if (isApplyingLoginItem_ || wanted == loginItem_.isEnabled()) return;
   if (wanted ? loginItem_.registerItem() : loginItem_.unregisterItem()) return;
+  refreshLaunchAtLogin();
+}
+
+void SettingsStore::refreshLaunchAtLogin() {
   isApplyingLoginItem_ = true;
   launchAtLogin.set(loginItem_.isEnabled());
   isApplyingLoginItem_ = false;

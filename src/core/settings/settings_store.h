@@ -79,6 +79,9 @@ class SettingsStore {
   /// reverts to the real state.
   Preference<bool> launchAtLogin;
 
+  /// Takes the real state of the login item again; others may have changed it.
+  void refreshLaunchAtLogin();
+
   void writeDisabledApps();
   void setActionKind(IntentKind kind, bool enabled);
 

@@ -48,9 +48,11 @@ Item {
         anchors.fill: parent
         drifting: root.moves
     }
-    DragHandler {
-        target: null
-        onActiveChanged: if (active) host.beginMove()
+    // The window is moved by whatever is no control.
+    MouseArea {
+        anchors.fill: parent
+        onPressed: host.beginMove()
+        onPositionChanged: host.continueMove()
     }
 
     // Header.

@@ -42,7 +42,7 @@ SceneColumn {
     Space { size: 22 }
     OnboardingNote {
         symbol: "doc.on.clipboard"
-        text: "Clipboard capture is used only when you press the summon hotkey in apps that hide selection details. "
-            + "The pasteboard is restored immediately."
+        text: "Clipboard capture is used only when you press the summon hotkey in apps that hide selection "
+            + "details. The pasteboard is restored immediately."
     }
 }

@@ -3,11 +3,11 @@
 #include <QCollator>
 #include <QCoreApplication>
 #include <QLocale>
-#include <QThreadPool>
 #include <algorithm>
 #include <memory>
 #include <tuple>
 
+#include "base/aside.h"
 #include "platform/desktop_entry/desktop_entries.h"
 
 namespace lumeno {
@@ -54,20 +54,10 @@ std::vector<InstalledApplication> read(const QStringList& folders, const QLocale
 }  // namespace
 
 Job DesktopApplicationCatalog::list(std::function<void(std::vector<InstalledApplication>)> done) {
-  using Question = std::function<void(std::vector<InstalledApplication>)>;
-  auto question = std::make_shared<Question>(std::move(done));
-  QThreadPool::globalInstance()->start(
-      [question = std::weak_ptr(question), folders = applicationDataFolders(), locale = QLocale::system()] {
-        if (question.expired()) return;
-        auto applications = read(folders, locale);
-        QMetaObject::invokeMethod(
-            QCoreApplication::instance(),
-            [question, applications = std::move(applications)]() mutable {
-              if (const auto asked = question.lock()) (*asked)(std::move(applications));
-            },
-            Qt::QueuedConnection);
-      });
-  return Job([question = std::move(question)]() mutable { question.reset(); });
+  return runAside(
+      *QThreadPool::globalInstance(),
+      [folders = applicationDataFolders(), locale = QLocale::system()] { return read(folders, locale); },
+      std::move(done));
 }
 
 }  // namespace lumeno

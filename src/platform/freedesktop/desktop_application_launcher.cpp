@@ -3,9 +3,9 @@
 #include <QDir>
 #include <QUrl>
 
+#include "base/aside.h"
 #include "platform/freedesktop/detached_process.h"
 #include "platform/freedesktop/mime_handlers.h"
-#include "platform/freedesktop/run_aside.h"
 
 namespace lumeno {
 
@@ -19,8 +19,8 @@ void startHandlerOf(const QString& mimeType, const QString& url, std::function<v
     const auto handler = defaultHandler(mimeType);
     return handler && startDetached(handler->commandFor(url));
   };
-  runAside(
-      start, done ? std::move(done) : [](bool) {});
+  finishAside(
+      *QThreadPool::globalInstance(), start, done ? std::move(done) : [](bool) {});
 }
 
 }  // namespace

@@ -5,11 +5,11 @@
 
 #include <algorithm>
 
+#include "base/aside.h"
 #include "platform/freedesktop/desktop_pages.h"
 #include "platform/freedesktop/detached_process.h"
 #include "platform/freedesktop/mime_handlers.h"
 #include "platform/freedesktop/portal_open_request.h"
-#include "platform/freedesktop/run_aside.h"
 
 namespace lumeno {
 
@@ -27,18 +27,21 @@ bool startHandler(const QUrl& url) {
 void DesktopUrlOpener::open(const QUrl& url, std::function<void(bool opened)> done) {
   if (!done) done = [](bool) {};
   if (url.scheme() == "x-apple.systempreferences"_L1) {
-    runAside([url] { return startDetached(settingsPageCommand(url)); }, done);
+    finishAside(
+        *QThreadPool::globalInstance(), [url] { return startDetached(settingsPageCommand(url)); }, done);
     return;
   }
   const auto candidates = url.scheme() == "maps"_L1 ? mapUrls(url) : std::vector{url};
-  runAside([candidates] { return std::any_of(candidates.begin(), candidates.end(), startHandler); },
-           [done, last = candidates.back()](bool started) {
-             if (started) {
-               done(true);
-             } else {
-               PortalOpenRequest::start(last, done);
-             }
-           });
+  finishAside(
+      *QThreadPool::globalInstance(),
+      [candidates] { return std::any_of(candidates.begin(), candidates.end(), startHandler); },
+      [done, last = candidates.back()](bool started) {
+        if (started) {
+          done(true);
+        } else {
+          PortalOpenRequest::start(last, done);
+        }
+      });
 }
 
 }  // namespace lumeno

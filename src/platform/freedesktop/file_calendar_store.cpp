@@ -7,9 +7,9 @@
 #include <memory>
 #include <utility>
 
+#include "base/aside.h"
 #include "platform/freedesktop/detached_process.h"
 #include "platform/freedesktop/mime_handlers.h"
-#include "platform/freedesktop/run_aside.h"
 #include "platform/freedesktop/write_file.h"
 #include "platform/icalendar/event_text.h"
 
@@ -56,29 +56,14 @@ std::variant<Saved, Failure> openInHandler(const CalendarEvent& event, const QSt
   return Saved{name, Saved::State::opened};
 }
 
-/// Runs `work` on a worker thread; `done` gets its result unless the handle goes first.
-template <typename Result>
-Job findAside(std::function<Result()> work, std::function<void(Result)> done) {
-  const auto result = std::make_shared<std::optional<Result>>();
-  const auto wanted = std::make_shared<std::function<void(Result)>>(std::move(done));
-  runAside(
-      [result, work = std::move(work)] {
-        *result = work();
-        return true;
-      },
-      [result, wanted](bool) {
-        if (const auto callback = std::exchange(*wanted, nullptr)) callback(**result);
-      });
-  return Job([wanted] { *wanted = nullptr; });
-}
-
 }  // namespace
 
 FileCalendarStore::FileCalendarStore(Scheduler& scheduler, QString folder)
     : scheduler_(scheduler), folder_(std::move(folder)) {}
 
 Job FileCalendarStore::authorizationStatus(std::function<void(AuthorizationStatus)> done) {
-  return findAside<AuthorizationStatus>(
+  return runAside(
+      *QThreadPool::globalInstance(),
       [] { return calendarHandler() ? AuthorizationStatus::granted : AuthorizationStatus::restricted; },
       std::move(done));
 }
@@ -88,7 +73,8 @@ Job FileCalendarStore::requestWriteAccess(std::function<void(Access)> done) {
 }
 
 Job FileCalendarStore::defaultCalendar(std::function<void(std::variant<Calendar, Failure>)> done) {
-  return findAside<std::variant<Calendar, Failure>>(
+  return runAside(
+      *QThreadPool::globalInstance(),
       []() -> std::variant<Calendar, Failure> {
         const auto handler = calendarHandler();
         if (!handler) return noHandler;
@@ -99,8 +85,14 @@ Job FileCalendarStore::defaultCalendar(std::function<void(std::variant<Calendar,
 
 Job FileCalendarStore::save(const CalendarEvent& event,
                             std::function<void(std::variant<Saved, Failure>)> done) {
-  return findAside<std::variant<Saved, Failure>>(
-      [event, folder = folder_] { return openInHandler(event, folder); }, std::move(done));
+  // Not an ordinary job: a save is carried out also when nobody wants its answer.
+  const auto wanted = std::make_shared<std::function<void(std::variant<Saved, Failure>)>>(std::move(done));
+  finishAside(
+      *QThreadPool::globalInstance(), [event, folder = folder_] { return openInHandler(event, folder); },
+      [wanted](std::variant<Saved, Failure> answer) {
+        if (const auto callback = std::exchange(*wanted, nullptr)) callback(std::move(answer));
+      });
+  return Job([wanted] { *wanted = nullptr; });
 }
 
 }  // namespace lumeno

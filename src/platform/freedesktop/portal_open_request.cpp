@@ -24,6 +24,11 @@ void PortalOpenRequest::start(const QUrl& url, std::function<void(bool opened)> 
 PortalOpenRequest::PortalOpenRequest(const QUrl& url, std::function<void(bool opened)> done)
     : QObject(QCoreApplication::instance()), done_(std::move(done)) {
   auto bus = QDBusConnection::sessionBus();
+  if (!bus.isConnected()) {  // a call would never end
+    QMetaObject::invokeMethod(
+        this, [this] { finish(false); }, Qt::QueuedConnection);
+    return;
+  }
   // The portal answers the call at once and responds later, on an object whose path follows from our own
   // token: so it is listened to before it can speak.
   const QString token = u"lumeno"_s + QUuid::createUuid().toString(QUuid::Id128);
