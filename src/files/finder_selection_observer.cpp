@@ -11,7 +11,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto pollInterval = 600ms;
-constexpr QStringView fileManagerIdentifier = u"com.apple.finder";
 
 }  // namespace
 
@@ -80,7 +79,7 @@ class FinderSelectionObserver::Private {
 
   [[nodiscard]] std::optional<RunningApplication> frontmostFileManager() const {
     auto application = workspace_.frontmostApplication();
-    if (!application || application->bundleIdentifier != fileManagerIdentifier) return std::nullopt;
+    if (!application || application->bundleIdentifier != fileManagerBundleIdentifier) return std::nullopt;
     return application;
   }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "hotkey/key_names.h"
+#include "view_kit/backend_options.h"
 
 namespace lumeno {
 
@@ -14,6 +15,10 @@ PersonalizeState::PersonalizeState(SettingsStore& settings) : settings_(settings
   follow(settings.fileActionsEnabled, settings.launchAtLogin, settings.resultSoundEnabled,
          settings.hapticsEnabled, settings.summonHotkeyEnabled, settings.keyboardNavEnabled, settings.backend,
          settings.summonHotkey);
+}
+
+QVariantList PersonalizeState::backends() {
+  return backendOptions();
 }
 
 int PersonalizeState::backend() const {

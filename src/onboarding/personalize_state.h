@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QVariantList>
 #include <vector>
 
 #include "base/observable.h"
@@ -19,6 +20,7 @@ class PersonalizeState : public QObject {
   Q_PROPERTY(bool hapticsEnabled READ hapticsEnabled WRITE setHapticsEnabled NOTIFY changed)
   Q_PROPERTY(bool summonHotkeyEnabled READ summonHotkeyEnabled WRITE setSummonHotkeyEnabled NOTIFY changed)
   Q_PROPERTY(bool keyboardNavEnabled READ keyboardNavEnabled WRITE setKeyboardNavEnabled NOTIFY changed)
+  Q_PROPERTY(QVariantList backends READ backends CONSTANT)
   Q_PROPERTY(int backend READ backend WRITE setBackend NOTIFY changed)
   Q_PROPERTY(QString summonHotkey READ summonHotkey NOTIFY changed)
 
@@ -38,7 +40,8 @@ class PersonalizeState : public QObject {
   void setSummonHotkeyEnabled(bool enabled) { settings_.summonHotkeyEnabled.set(enabled); }
   [[nodiscard]] bool keyboardNavEnabled() const { return settings_.keyboardNavEnabled.get(); }
   void setKeyboardNavEnabled(bool enabled) { settings_.keyboardNavEnabled.set(enabled); }
-  /// The place of the backend among all.
+  [[nodiscard]] static QVariantList backends();
+  /// The place of the backend among them.
   [[nodiscard]] int backend() const;
   void setBackend(int index);
   /// The shortcut as people read it.

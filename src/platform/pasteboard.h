@@ -43,8 +43,8 @@ class Pasteboard {
   /// The plain text on the pasteboard; absent when there is none or it is marked secret.
   [[nodiscard]] virtual Job readString(std::function<void(std::optional<QString>)> done) = 0;
 
-  /// The local files that were copied in a file manager, in its order and byte for byte; absent when there are
-  /// none, one of them is not on this machine or not told exactly, or the content is marked secret.
+  /// The local files that were copied in a file manager, in its order and byte for byte; absent when there
+  /// are none, one of them is not on this machine or not told exactly, or the content is marked secret.
   [[nodiscard]] virtual Job readFileUrls(std::function<void(std::optional<std::vector<QUrl>>)> done) = 0;
 
   /// Clears the pasteboard and puts plain text on it.

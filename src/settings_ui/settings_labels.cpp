@@ -86,11 +86,6 @@ QVariantList glassIntensityOptions() {
   return {QVariantMap{{u"label"_s, u"Frosted"_s}}, QVariantMap{{u"label"_s, u"Clear"_s}}};
 }
 
-QVariantList backendOptions() {
-  return {QVariantMap{{u"label"_s, u"Apple Intelligence"_s}, {u"symbol"_s, u"apple.logo"_s}},
-          QVariantMap{{u"label"_s, u"Ollama (your models)"_s}, {u"symbol"_s, u"server.rack"_s}}};
-}
-
 QString capitalizedWords(const QString& text) {
   QString result;
   bool isInside = false;

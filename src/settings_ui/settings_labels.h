@@ -15,7 +15,6 @@ namespace lumeno {
 // has one. A dot is a colour; an invalid one stands for all colours.
 [[nodiscard]] QVariantList accentThemeOptions();
 [[nodiscard]] QVariantList glassIntensityOptions();
-[[nodiscard]] QVariantList backendOptions();
 
 /// The text with the first letter of each word in upper case and the others in lower case, in any language
 /// alike.

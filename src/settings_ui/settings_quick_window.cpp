@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "settings_ui/accent_dot.h"
 #include "settings_ui/application_icon_provider.h"
 
 // Outside every namespace, as the macro demands.
@@ -42,7 +41,6 @@ SettingsQuickWindow::SettingsQuickWindow(ViewKit& kit, Scheduler& scheduler,
            Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
   setResizeMode(QQuickView::SizeRootObjectToView);
   initializeResources();
-  qmlRegisterType<AccentDot>("Lumeno.Settings", 1, 0, "AccentDot");
   kit.engine().addImageProvider(u"application"_s, new ApplicationIconProvider);
 
   const auto setWindowColor = [this] { setColor(kit_.theme().colors().window); };

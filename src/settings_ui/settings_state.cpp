@@ -5,6 +5,7 @@
 #include <array>
 
 #include "settings_ui/settings_labels.h"
+#include "view_kit/backend_options.h"
 
 namespace lumeno {
 

@@ -4,9 +4,9 @@
 
 #include "base/observable.h"
 #include "core/settings/settings_store.h"
+#include "platform/appearance.h"
 #include "view_kit/metrics.h"
 #include "view_kit/palette.h"
-#include "platform/appearance.h"
 
 class QQuickTextDocument;
 

@@ -2,6 +2,7 @@
 
 #include <QQmlContext>
 
+#include "view_kit/accent_dot.h"
 #include "view_kit/surface_provider.h"
 #include "view_kit/symbol_provider.h"
 
@@ -20,6 +21,7 @@ void initializeViewKitResources() {
 
 ViewKit::ViewKit(Theme& theme) : theme_(theme) {
   initializeViewKitResources();
+  qmlRegisterType<AccentDot>("Lumeno.ViewKit", 1, 0, "AccentDot");
   engine_.addImageProvider(u"symbol"_s, new SymbolProvider);
   engine_.addImageProvider(u"surface"_s, new SurfaceProvider);
   engine_.rootContext()->setContextProperty(u"theme"_s, &theme);

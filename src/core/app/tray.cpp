@@ -18,17 +18,6 @@ QIcon menuIcon(const QString& symbol) {
   return symbolIcon(symbol, {16, 22, 24, 32}, QGuiApplication::palette().color(QPalette::WindowText));
 }
 
-struct BackendEntry {
-  AIBackend backend;
-  QString title;
-  QString symbol;
-};
-
-std::vector<BackendEntry> backendEntries() {
-  return {{AIBackend::appleIntelligence, u"Apple Intelligence"_s, u"apple.logo"_s},
-          {AIBackend::ollama, u"Ollama (your models)"_s, u"server.rack"_s}};
-}
-
 }  // namespace
 
 Tray::Tray(AppModel& model, SettingsStore& settings, AccessibilityAuthorization& accessibility,
@@ -72,12 +61,12 @@ void Tray::buildMenu(const Actions& actions) {
   auto* heading = menu_.addAction(u"Smart AI"_s);
   heading->setEnabled(false);
   auto* group = new QActionGroup(&menu_);
-  for (const auto& entry : backendEntries()) {
-    auto* action = menu_.addAction(menuIcon(entry.symbol), entry.title);
+  for (const AIBackend backend : allAIBackends) {
+    auto* action = menu_.addAction(menuIcon(symbolName(backend)), displayLabel(backend));
     action->setCheckable(true);
     group->addAction(action);
     QObject::connect(action, &QAction::triggered, action,
-                     [this, backend = entry.backend] { settings_.backend.set(backend); });
+                     [this, backend] { settings_.backend.set(backend); });
     backends_.push_back(action);
   }
   modelLine_ = menu_.addAction(QString());
@@ -106,9 +95,8 @@ void Tray::updateIcon() {
 }
 
 void Tray::updateBackend() {
-  const auto entries = backendEntries();
-  for (size_t i = 0; i < entries.size(); ++i) {
-    backends_[i]->setChecked(entries[i].backend == settings_.backend.get());
+  for (size_t i = 0; i < allAIBackends.size(); ++i) {
+    backends_[i]->setChecked(allAIBackends[i] == settings_.backend.get());
   }
   modelLine_->setText(u"Using Ollama model: "_s + settings_.ollamaModel.get());
   modelLine_->setVisible(settings_.backend.get() == AIBackend::ollama);

@@ -38,6 +38,14 @@ QString rawValue(GlassIntensity intensity) {
   return glassNames[static_cast<size_t>(intensity)];
 }
 
+QString displayLabel(AIBackend backend) {
+  return backend == AIBackend::ollama ? u"Ollama (your models)"_s : u"Apple Intelligence"_s;
+}
+
+QString symbolName(AIBackend backend) {
+  return backend == AIBackend::ollama ? u"server.rack"_s : u"apple.logo"_s;
+}
+
 AIBackend aiBackendFromRawValue(QStringView raw) {
   return fromRawValue<AIBackend>(backendNames, raw);
 }

@@ -28,6 +28,10 @@ enum class GlassIntensity { regular, clear };
 [[nodiscard]] QString rawValue(AccentTheme theme);
 [[nodiscard]] QString rawValue(GlassIntensity intensity);
 
+/// The backend as the user chooses it, and the symbol beside that.
+[[nodiscard]] QString displayLabel(AIBackend backend);
+[[nodiscard]] QString symbolName(AIBackend backend);
+
 /// Anything but the exact name of another case reads as the default.
 [[nodiscard]] AIBackend aiBackendFromRawValue(QStringView raw);
 [[nodiscard]] AccentTheme accentThemeFromRawValue(QStringView raw);

@@ -33,8 +33,8 @@ Item {
             forceActiveFocus()
     }
 
-    // The button that had the focus is about to go; the field takes it by itself.
-    onStageChanged: if (stage !== "input") forceActiveFocus()
+    // What had the focus is about to go. (A new field takes it by itself, one that has not quite gone does not.)
+    onStageChanged: takeFocus()
 
     PhaseLoader {
         id: request

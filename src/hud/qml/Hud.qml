@@ -84,7 +84,9 @@ Item {
     // The view that had the focus is about to go. (A chip that is highlighted takes it by itself, and so does what is
     // in a file command bar.)
     onPhaseChanged: {
-        if (phase !== "files" && (phase !== "suggestions" || hud.content.selectedChip < 0))
+        if (phase === "files" && fileBody)
+            fileBody.takeFocus()
+        else if (phase !== "files" && (phase !== "suggestions" || hud.content.selectedChip < 0))
             forceActiveFocus()
     }
 

@@ -19,9 +19,6 @@ Item {
     }
 
     Component.onCompleted: focusField()
-    // It has had the focus from the start, so that nothing typed is lost, but assistive technology is told of it only
-    // where it can be seen.
-    onVisibleChanged: if (visible) field.renewFocus()
 
     BalancedLabel {
         id: heading

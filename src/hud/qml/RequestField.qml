@@ -22,12 +22,6 @@ Item {
         edit.forceActiveFocus()
         edit.cursorPosition = edit.length
     }
-    function renewFocus() {
-        if (!edit.activeFocus)
-            return
-        forceActiveFocus()
-        edit.forceActiveFocus()
-    }
     // Can be undone, as can all that is typed.
     function replaceText(text) {
         Qt.inputMethod.reset()

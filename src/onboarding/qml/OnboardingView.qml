@@ -11,7 +11,6 @@ Item {
     property QtObject host
 
     readonly property Colors colors: Colors {}
-    readonly property Item overlay: overlayItem
 
     readonly property real side: Math.max(40, (width - 1040) / 2)
     readonly property real columnWidth: Math.min(540, width - 2 * side)
@@ -160,9 +159,5 @@ Item {
         function onSceneChanged() {
             root.forceActiveFocus()
         }
-    }
-    Item {
-        id: overlayItem
-        anchors.fill: parent
     }
 }

@@ -1,4 +1,5 @@
 import QtQuick
+import "../../view_kit/qml"
 
 SceneColumn {
     id: scene
@@ -79,10 +80,18 @@ SceneColumn {
             detail: scene.usesOllama ? "Your Ollama model over localhost."
                 : "Apple Intelligence by default, with template fallbacks."
 
-            BackendPicker {
+            Label {
+                height: theme.metrics.subheadlineLine
+                text: "AI backend"
+                font.pixelSize: theme.metrics.subheadline
+                Accessible.ignored: true
+            }
+            Picker {
                 width: parent.width
+                text: "AI backend"
+                options: scene.preferences.backends
                 current: scene.preferences.backend
-                onPicked: index => scene.preferences.backend = index
+                onChosen: index => scene.preferences.backend = index
             }
         }
     }

@@ -13,8 +13,8 @@
 namespace lumeno {
 
 /// Keystrokes through XTest. Copy is Ctrl+Insert, which is no interrupt anywhere; file managers know
-/// only Ctrl+C, and only they get it; paste is Ctrl+V. A combination goes out in one piece, so the server sees all of it or nothing: no key can
-/// stay down. Main thread.
+/// only Ctrl+C, and only they get it; paste is Ctrl+V. A combination goes out in one piece, so the server
+/// sees all of it or nothing: no key can stay down. Main thread.
 class X11KeystrokeSender final : public KeystrokeSender {
  public:
   X11KeystrokeSender(X11Connection& connection, Workspace& workspace, X11Input& input, Scheduler& scheduler);

@@ -63,7 +63,8 @@ Job X11Pasteboard::readString(std::function<void(std::optional<QString>)> done) 
 
 Job X11Pasteboard::readFileUrls(std::function<void(std::optional<std::vector<QUrl>>)> done) {
   if (const auto* offers = ownOffers()) {
-    return scheduler_.after(0ms, [done = std::move(done), urls = content_.fileUrlsIn(*offers)] { done(urls); });
+    return scheduler_.after(0ms,
+                            [done = std::move(done), urls = content_.fileUrlsIn(*offers)] { done(urls); });
   }
   return content_.readFileUrls(std::move(done));
 }

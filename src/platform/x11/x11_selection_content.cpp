@@ -52,8 +52,8 @@ bool isImage(const QByteArray& target) {
   return target.startsWith("image/") || target == "application/x-qt-image";
 }
 
-/// Whether a path can be trusted to be exact. Programs that keep names as text put U+FFFD in place of bytes that
-/// are none; only where such a file exists the character is its own.
+/// Whether a path can be trusted to be exact. Programs that keep names as text put U+FFFD in place of bytes
+/// that are none; only where such a file exists the character is its own.
 bool isTold(const QUrl& url) {
   const QByteArray path = localPath(url);
   struct stat status {};
@@ -163,7 +163,8 @@ class X11SelectionContent::BestReading : public ReadingOf<Answer> {
 
  protected:
   [[nodiscard]] virtual Targets candidatesAmong(const Targets& targets) const = 0;
-  [[nodiscard]] virtual std::optional<Answer> decode(xcb_atom_t target, const SelectionValue& value) const = 0;
+  [[nodiscard]] virtual std::optional<Answer> decode(xcb_atom_t target,
+                                                     const SelectionValue& value) const = 0;
 
  private:
   void noOwner() override { this->fail(); }

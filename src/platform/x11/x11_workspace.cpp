@@ -110,8 +110,8 @@ void X11Workspace::setFrontmost(std::optional<RunningApplication> application) {
 }
 
 RunningApplication X11Workspace::ownApplication(xcb_window_t window) const {
-  return {ownIdentifier, ownName, static_cast<ProcessId>(QCoreApplication::applicationPid()), window, false,
-          ownIdentifier.toLower()};
+  return {ownIdentifier, ownName, static_cast<ProcessId>(QCoreApplication::applicationPid()),
+          window,        false,   ownIdentifier.toLower()};
 }
 
 RunningApplication X11Workspace::describe(xcb_window_t window) {
@@ -125,8 +125,8 @@ RunningApplication X11Workspace::describe(xcb_window_t window) {
     if (className.isEmpty()) className = processName(process);
     identity = identities_.insert(windowClass, identify(QString::fromUtf8(names.value(0)), className));
   }
-  return {identity->bundleIdentifier, identity->name, process, window, identity->isTerminal,
-          identity->applicationId};
+  return {identity->bundleIdentifier, identity->name,         process, window,
+          identity->isTerminal,       identity->applicationId};
 }
 
 X11Workspace::Identity X11Workspace::identify(const QString& instanceName, const QString& className) const {

@@ -1,4 +1,5 @@
 import QtQuick
+import "../../view_kit/qml"
 
 // A row with a picker.
 SettingsRow {

@@ -42,6 +42,12 @@ class KeysTest : public DesktopTest {
     (void)waitFor([&] { return outcome.has_value(); }, milliseconds);
     return outcome;
   }
+  std::optional<Outcome> copyFiles() {
+    std::optional<Outcome> outcome;
+    const Job job = sender.sendCopyFiles(front(), [&](Outcome o) { outcome = o; });
+    (void)waitFor([&] { return outcome.has_value(); }, 1000);
+    return outcome;
+  }
   std::optional<Outcome> paste() {
     std::optional<Outcome> outcome;
     const Job job = sender.sendPaste(front(), [&](Outcome o) { outcome = o; });
@@ -84,6 +90,16 @@ TEST_F(KeysTest, CopyIsControlInsertAndPasteIsControlV) {
   stranger.tap(control);
   stranger.tap(insert);
   EXPECT_TRUE(waitFor([&] { return seen.size() == 1; })) << "but the user's are";
+}
+
+TEST_F(KeysTest, OnlyFileManagersGetTheirCopyKey) {
+  focusedWindow();
+  EXPECT_EQ(copyFiles(), Outcome::refused) << "it may be an interrupt there";
+  EXPECT_EQ(received(), "");
+  focusedWindow(QByteArrayLiteral("thunar\0Thunar\0"));
+  EXPECT_EQ(workspace.frontmostApplication()->applicationId, u"thunar"_s);
+  EXPECT_EQ(copyFiles(), Outcome::sent);
+  EXPECT_EQ(received(4), "+37 +54/4 -54/4 -37/4");
 }
 
 TEST_F(KeysTest, PasteFollowsTheLayout) {

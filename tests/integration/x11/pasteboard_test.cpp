@@ -4,6 +4,7 @@
 #include <csignal>
 #include <tuple>
 
+#include "records/file_selection.h"
 #include "selection_test_support.h"
 
 namespace lumeno {
@@ -29,6 +30,11 @@ class PasteboardTest : public SelectionTest {
     auto result = answer.get();
     elapsed_ = answer.elapsed();
     return result;
+  }
+  std::optional<std::vector<QUrl>> readFileUrls() {
+    Awaited<std::optional<std::vector<QUrl>>> answer;
+    const Job job = pasteboard_.readFileUrls(answer.receiver());
+    return answer.get();
   }
   bool waitForChange(int64_t count) {
     return waitUntil([this, count] { return pasteboard_.changeCount() >= count; });
@@ -200,6 +206,27 @@ TEST_F(PasteboardTest, readsTextAsOffered) {
     SCOPED_TRACE(c.owner.join(' ').toStdString());
     ScriptedOwner owner(c.owner);
     EXPECT_EQ(readString(), c.text);
+  }
+}
+
+TEST_F(PasteboardTest, readsFilesByteForByte) {
+  const std::vector files{fileUrl("/tmp/b\xFF"), fileUrl("/tmp/a b")};
+  const struct {
+    QStringList owner;
+    std::optional<std::vector<QUrl>> files;
+  } cases[] = {
+      {{"UTF8_STRING=/tmp/other", "text/uri-list=file:///tmp/b%FF\r\nfile:///tmp/a%20b\r\n"}, files},
+      {{"x-special/gnome-copied-files=copy\nfile:///tmp/b%FF\nfile:///tmp/a%20b"}, files},
+      {{"x-special/mate-copied-files=cut\nfile:///tmp/b%FF"}, std::nullopt},
+      {{"text/uri-list=sftp://server/a\r\n"}, std::nullopt},
+      {{"text/uri-list=file:///tmp/no-such-%EF%BF%BD\r\n"}, std::nullopt},
+      {{"UTF8_STRING=file:///tmp/a"}, std::nullopt},
+      {{"--secret", "text/uri-list=file:///tmp/a\r\n"}, std::nullopt},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.owner.join(' ').toStdString());
+    ScriptedOwner owner(c.owner);
+    EXPECT_EQ(readFileUrls(), c.files);
   }
 }
 

@@ -317,6 +317,14 @@ TEST_F(FileActionViewTest, TheFieldHasTheFocusAgainAlsoWhenViewsFade) {
     runFor(std::chrono::milliseconds(400));
     EXPECT_EQ(focused(), request) << button.toStdString();
   }
+  // Before the field has quite gone.
+  press(Qt::Key_Return, u"\r"_s);
+  enter(Stage::Error{u"No answer."_s});
+  runFor(std::chrono::milliseconds(20));
+  EXPECT_NE(focused(), request);
+  session().edit();
+  scheduler.advance(0);
+  EXPECT_EQ(focused(), request);
 }
 
 TEST_F(FileActionViewTest, CautionsStandUnderTheCommandAndPointIntoIt) {

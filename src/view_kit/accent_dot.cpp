@@ -1,4 +1,4 @@
-#include "settings_ui/accent_dot.h"
+#include "view_kit/accent_dot.h"
 
 #include <QConicalGradient>
 #include <QPainter>

@@ -1,6 +1,5 @@
 import QtQuick
-import "../../view_kit/qml"
-import Lumeno.Settings
+import Lumeno.ViewKit
 
 // What stands before an option: a dot, a symbol, or nothing.
 Item {

@@ -1,5 +1,4 @@
 import QtQuick
-import "../../view_kit/qml"
 
 // The open list of a picker, over the whole window: below the picker where there is room, else moved up. Arrows,
 // Home, End and the first letters move; Return chooses; Escape or a click elsewhere closes.

@@ -1,5 +1,4 @@
 import QtQuick
-import "../../view_kit/qml"
 
 // Shows one of several options and opens the list of them. It asks for a change; whoever owns the value decides.
 Item {

@@ -1,5 +1,4 @@
 import QtQuick
-import "../../view_kit/qml"
 
 // The surface of a picker or a button of a window.
 Surface {

@@ -1,0 +1,84 @@
+#include "platform/file_managers/content_reader.h"
+
+#include "platform/file_managers/name_matching.h"
+#include "platform/file_managers/selected_names.h"
+#include "platform/file_managers/shown_folder.h"
+
+namespace lumeno {
+
+using atspi::Reference;
+
+namespace {
+
+constexpr qint64 failedSearchPause = 5000;  // milliseconds
+
+}  // namespace
+
+std::optional<std::vector<QByteArray>> ContentReader::read(const FileManagerRecipe& recipe, ProcessId process,
+                                                           const Effort& effort) {
+  client_.beginRound(effort.limit, effort.callLimit);
+  bool isNewConnection = false;
+  if (!client_.ensureConnected(isNewConnection)) return std::nullopt;
+  if (isNewConnection || process != process_) {
+    process_ = process;
+    application_.reset();
+    frame_ = {};
+  }
+  const auto frame = activeFrame(process);
+  const auto view = frame ? viewIn(recipe, *frame, effort) : std::nullopt;
+  const auto names = view ? readSelectedNames(client_, recipe.view, *view, effort.mostNames) : std::nullopt;
+  if (!names || client_.isIncomplete()) return std::nullopt;
+  std::vector<QByteArray> paths;
+  if (names->empty()) return paths;
+
+  const QString title = client_.name(*frame).value_or(QString());
+  const auto folder = readShownFolder(client_, recipe, parts_, process, title);
+  if (!folder || client_.isIncomplete()) return std::nullopt;
+  if (folder->path.isEmpty()) return paths;
+  const auto listing = listFolder(folder->path);
+  const auto found = listing ? matchNames(*names, *listing) : std::nullopt;
+  // Another folder may have come while this was read.
+  if (!found || client_.name(*frame) != title) return std::nullopt;
+  const QByteArray parent = folder->path == "/" ? QByteArray() : folder->path;
+  for (const QByteArray& name : *found) paths.push_back(parent + '/' + name);
+  return paths;
+}
+
+void ContentReader::disconnect() {
+  client_.disconnect();
+}
+
+std::optional<Reference> ContentReader::activeFrame(ProcessId process) {
+  if (!application_) application_ = focus_.application(process);
+  if (!application_) return std::nullopt;
+  std::optional<Reference> active;
+  for (const Reference& frame : client_.children(*application_)) {
+    if (!client_.hasState(frame, atspi::stateActive)) continue;
+    if (active) return std::nullopt;
+    active = frame;
+  }
+  return active;
+}
+
+std::optional<Reference> ContentReader::viewIn(const FileManagerRecipe& recipe, const Reference& frame,
+                                               const Effort& effort) {
+  if (frame == frame_) {
+    if (parts_.views.size() == 1 && isShown(client_, recipe, parts_.views.front()))
+      return parts_.views.front();
+    const bool isRecentFailure =
+        sinceFailedSearch_.isValid() && sinceFailedSearch_.elapsed() < failedSearchPause;
+    if (client_.isIncomplete() || (isRecentFailure && !effort.isInsistent)) return std::nullopt;
+  }
+  frame_ = frame;
+  parts_ = findWindowParts(client_, recipe, frame);
+  // With several views side by side it is not known which one is meant.
+  if (parts_.views.size() == 1 && !client_.isIncomplete()) {
+    sinceFailedSearch_.invalidate();
+    return parts_.views.front();
+  }
+  parts_ = {};
+  sinceFailedSearch_.start();
+  return std::nullopt;
+}
+
+}  // namespace lumeno
