@@ -5,6 +5,7 @@
 #include <QStandardPaths>
 
 #include "ai/ai_service_factory.h"
+#include "base/helper_program.h"
 #include "base/qt_scheduler.h"
 #include "calendar/calendar_service.h"
 #include "capture/accessibility_authorization.h"
@@ -114,13 +115,13 @@ class Application::Private {
   DesktopUrlOpener urlOpener;
   DesktopApplicationLauncher launcher;
   DesktopApplicationCatalog applications;
-  PosixCommandShell shell{QApplication::applicationDirPath()};
+  PosixCommandShell shell{helperProgram(u"lumeno-supervisor"_s)};
   CanberraSystemSound sound;
   FeedbackdHaptics haptics;
   PortalAppearance appearance;
   JsonPreferencesStore preferences{configurationFile()};
   AutostartLoginItem loginItem{QApplication::applicationFilePath()};
-  EdsCalendarStore edsCalendar{scheduler, EdsCalendarStore::installedHelper(),
+  EdsCalendarStore edsCalendar{scheduler, helperProgram(u"lumeno-calendar"_s),
                                stateFile(u"calendar-asked"_s)};
   FileCalendarStore fileCalendar{scheduler, runtimeFolder()};
   PreferredCalendarStore calendarStore{

@@ -1,6 +1,5 @@
 #include "platform/eds/eds_calendar_store.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -52,12 +51,6 @@ std::variant<Found, Failure> found(const EdsHelperCall::Answer& answer) {
 }
 
 }  // namespace
-
-QString EdsCalendarStore::installedHelper() {
-  const QString own = QCoreApplication::applicationDirPath();
-  const QString beside = own + u"/lumeno-calendar"_s;
-  return QFile::exists(beside) ? beside : QDir::cleanPath(own + u"/../libexec/lumeno/lumeno-calendar"_s);
-}
 
 EdsCalendarStore::EdsCalendarStore(Scheduler& scheduler, QString helper, QString markerPath,
                                    EdsPresence presence)

@@ -16,11 +16,7 @@ namespace lumeno {
 /// remembers; a default calendar that cannot be written to is a refusal.
 class EdsCalendarStore final : public CalendarStore {
  public:
-  /// Where the helper program is installed: beside this program, else in the prefix's folder for programs
-  /// that users do not start.
-  [[nodiscard]] static QString installedHelper();
-
-  /// The scheduler must outlive the event loop.
+  /// `helper`: the path of `lumeno-calendar`. The scheduler must outlive the event loop.
   EdsCalendarStore(Scheduler& scheduler, QString helper, QString markerPath,
                    EdsPresence presence = EdsPresence());
 

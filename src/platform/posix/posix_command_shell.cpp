@@ -16,8 +16,8 @@ void signalLeave(const FileDescriptor& leave) {
 
 }  // namespace
 
-PosixCommandShell::PosixCommandShell(const QString& programDirectory, CommandShellOptions options)
-    : supervisor_(QFile::encodeName(programDirectory) + "/lumeno-supervisor"), options_(std::move(options)) {}
+PosixCommandShell::PosixCommandShell(const QString& supervisor, CommandShellOptions options)
+    : supervisor_(QFile::encodeName(supervisor)), options_(std::move(options)) {}
 
 PosixCommandShell::~PosixCommandShell() {
   for (auto& [id, running] : running_) signalLeave(running.leave);

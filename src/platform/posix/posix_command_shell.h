@@ -24,8 +24,8 @@ struct CommandShellOptions {
 /// is gathered on a thread per command. Environment and standard input are this program's.
 class PosixCommandShell final : public CommandShell {
  public:
-  /// `programDirectory`: where this program's executables are; absolute.
-  explicit PosixCommandShell(const QString& programDirectory, CommandShellOptions options = {});
+  /// `supervisor`: the path of `lumeno-supervisor`; absolute.
+  explicit PosixCommandShell(const QString& supervisor, CommandShellOptions options = {});
   /// Gives up all answers; the commands go on. Waits for no command.
   ~PosixCommandShell() override;
 

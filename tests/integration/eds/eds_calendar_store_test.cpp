@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <QTimeZone>
 
+#include "base/helper_program.h"
 #include "base/qt_scheduler.h"
 #include "evolution_service.h"
 #include "platform/icalendar/event_text.h"
@@ -83,7 +84,7 @@ class EdsCalendarStoreTest : public testing::Test {
   QTemporaryDir folder;
   int programs = 0;
   QtScheduler scheduler;
-  const QString helper = EdsCalendarStore::installedHelper();
+  const QString helper = helperProgram(u"lumeno-calendar"_s);
   const QString marker = folder.filePath(u"state/asked"_s);
   EdsCalendarStore store{scheduler, helper, marker};
   const QDateTime start{QDate(2026, 11, 16), QTime(15, 0), QTimeZone("Europe/Berlin")};

@@ -73,10 +73,10 @@ TEST_F(CommandAnswers, KeepEverythingThatBothStreamsCarry) {
 TEST_F(CommandAnswers, SayWhyACommandDidNotStart) {
   const QByteArray file = folder() + "/file";
   EXPECT_TRUE(QFile(QFile::decodeName(file)).open(QFile::WriteOnly));
-  const QString programs = QStringLiteral(LUMENO_PROGRAMS);
-  PosixCommandShell noShell(programs, {.shell = "/gone/zsh"});
-  PosixCommandShell noRight(programs, {.shell = file});
-  PosixCommandShell noSupervisor(u"/gone"_s);
+  const QString supervisor = QStringLiteral(LUMENO_SUPERVISOR);
+  PosixCommandShell noShell(supervisor, {.shell = "/gone/zsh"});
+  PosixCommandShell noRight(supervisor, {.shell = file});
+  PosixCommandShell noSupervisor(u"/gone/lumeno-supervisor"_s);
   const QString echo = u"echo hello"_s;
   const struct {
     PosixCommandShell& shell;

@@ -67,7 +67,7 @@ class CommandFixture : public testing::Test {
     }
   }
 
-  PosixCommandShell shell{QStringLiteral(LUMENO_PROGRAMS)};
+  PosixCommandShell shell{QStringLiteral(LUMENO_SUPERVISOR)};
   QElapsedTimer elapsed;
 
  private:

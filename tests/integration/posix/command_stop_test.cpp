@@ -46,7 +46,7 @@ TEST_F(CommandStop, LetsTheCommandTidyUp) {
 }
 
 TEST_F(CommandStop, HappensWhenTheOutputWouldNotFitIntoMemory) {
-  PosixCommandShell small(QStringLiteral(LUMENO_PROGRAMS),
+  PosixCommandShell small(QStringLiteral(LUMENO_SUPERVISOR),
                           {.availableMemory = [] { return uint64_t{64} << 20; }});
   for (const QString& command : {u"yes"_s, u"yes & exit 0"_s, u"yes | tee /dev/stderr"_s,
                                  u"trap 'echo tidied' TERM; yes & while :; do sleep 0.1; done"_s}) {
@@ -102,7 +102,7 @@ TEST_F(CommandStop, IsNotCausedByDroppingTheAnswer) {
   EXPECT_TRUE(waitUntil([&] { return exists(u"written"_s); }));
   QFile::remove(QFile::decodeName(folder() + "/written"));
 
-  auto second = std::make_unique<PosixCommandShell>(QStringLiteral(LUMENO_PROGRAMS));
+  auto second = std::make_unique<PosixCommandShell>(QStringLiteral(LUMENO_SUPERVISOR));
   const Job job = second->run(command, folder(), 60s, unexpected);
   second.reset();
   EXPECT_TRUE(waitUntil([&] { return exists(u"written"_s); }));
@@ -115,7 +115,7 @@ TEST_F(CommandStop, IsNeitherCausedNorPreventedByTheProgramsEnd) {
     owner.setProcessChannelMode(QProcess::ForwardedChannels);
     owner.setChildProcessModifier([] { setsid(); });
     owner.start(QStringLiteral(LUMENO_COMMAND_OWNER),
-                {QStringLiteral(LUMENO_PROGRAMS), QFile::decodeName(folder()), QString::number(limit),
+                {QStringLiteral(LUMENO_SUPERVISOR), QFile::decodeName(folder()), QString::number(limit),
                  u"touch begun; "_s + command});
     ASSERT_TRUE(waitUntil([&] { return exists(u"begun"_s); }));
     kill(-static_cast<pid_t>(owner.processId()), SIGKILL);  // and everything in its group

@@ -1,4 +1,4 @@
-// Runs a command as the program does, to be killed meanwhile: command-owner PROGRAM_FOLDER FOLDER LIMIT_MS
+// Runs a command as the program does, to be killed meanwhile: command-owner SUPERVISOR FOLDER LIMIT_MS
 // COMMAND
 
 #include <QCoreApplication>
