@@ -129,6 +129,8 @@ class FinderSelectionObserver::Private {
   }
 
   void publish(const Urls& urls) {
+    // What was handed out on request may be beyond what polling can tell.
+    if (!urls && lastEmitted_ && lastEmitted_ != selection.get()) return;
     if (!urls || urls->empty()) return clear();
     FileSelection candidate = selectionOf(*urls);
     if (lastEmitted_ == candidate) return;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/overloaded.h"
 #include "base/text.h"
 #include "hud/visible_text.h"
 #include "records/file_selection.h"
@@ -49,13 +50,6 @@ void describeOutcome(FileActionContent& content, const FileActionOutcome& outcom
   const bool isHidden = outcome.wasStopped && !text::trimmed(outcome.stdoutText).isEmpty();
   content.stopNotice = isHidden ? visibleText(text::trimmed(outcome.stderrText)) : QString();
 }
-
-template <typename... Cases>
-struct Overloaded : Cases... {
-  using Cases::operator()...;
-};
-template <typename... Cases>
-Overloaded(Cases...) -> Overloaded<Cases...>;
 
 void describe(FileActionContent& content, const FileActionSession& session) {
   std::visit(Overloaded{

@@ -2,6 +2,7 @@
 
 #include <QVariantMap>
 
+#include "base/overloaded.h"
 #include "hud/visible_text.h"
 #include "records/intent_kind.h"
 
@@ -14,13 +15,6 @@ namespace {
 constexpr std::chrono::milliseconds partialInterval{33};
 /// How long a command must have been on show, and Return been left alone, before Return runs it.
 constexpr std::chrono::milliseconds returnRest{400};
-
-template <typename... Cases>
-struct Overloaded : Cases... {
-  using Cases::operator()...;
-};
-template <typename... Cases>
-Overloaded(Cases...) -> Overloaded<Cases...>;
 
 QVariantMap chip(const ActionSuggestion& suggestion) {
   return {{u"title"_s, suggestion.title},

@@ -1,5 +1,7 @@
 #include "onboarding/onboarding_window_presenter.h"
 
+#include "view_kit/view_kit.h"
+
 namespace lumeno {
 
 OnboardingWindowPresenter::OnboardingWindowPresenter(ViewKit& kit, OnboardingServices services)
@@ -21,7 +23,10 @@ void OnboardingWindowPresenter::finish() {
 
 void OnboardingWindowPresenter::retire() {
   retired_ = std::move(window_);
-  disposal_ = services_.scheduler.after(std::chrono::milliseconds(0), [this] { retired_.reset(); });
+  disposal_ = services_.scheduler.after(std::chrono::milliseconds(0), [this] {
+    retired_.reset();
+    kit_.releaseUnused();
+  });
 }
 
 }  // namespace lumeno

@@ -155,7 +155,10 @@ bool SettingsQuickWindow::event(QEvent* event) {
       }
       const bool isHandled = QQuickView::event(event);
       if (event->isAccepted()) return isHandled;
-      if (key.key() == Qt::Key_Escape || (key.key() == Qt::Key_W && key.modifiers() == Qt::ControlModifier)) {
+      const bool isClosing =
+          key.key() == Qt::Key_Escape || (key.key() == Qt::Key_W && key.modifiers() == Qt::ControlModifier);
+      // An Escape held down has closed a list or a sheet.
+      if (isClosing && !key.isAutoRepeat()) {
         close();
         return true;
       }

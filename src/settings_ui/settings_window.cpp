@@ -26,10 +26,7 @@ void SettingsWindow::close() {
 void SettingsWindow::forget() {
   SettingsQuickWindow* gone = window_;
   window_.clear();
-  QObject::connect(gone, &QObject::destroyed, &kit_.engine(), [&engine = kit_.engine()] {
-    engine.collectGarbage();
-    engine.trimComponentCache();
-  });
+  QObject::connect(gone, &QObject::destroyed, &kit_.engine(), [&kit = kit_] { kit.releaseUnused(); });
   // Not at once: it is still busy closing.
   gone->deleteLater();
 }

@@ -6,7 +6,7 @@
 
 namespace lumeno {
 
-/// Text sizes and line heights of the HUD in logical pixels, derived from the system font.
+/// Text sizes and line heights of the windows in logical pixels, derived from the system font.
 struct Metrics {
   Q_GADGET
   Q_PROPERTY(QString family MEMBER family)

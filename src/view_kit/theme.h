@@ -12,8 +12,7 @@ class QQuickTextDocument;
 
 namespace lumeno {
 
-/// How the HUD looks and moves, for QML: follows the desktop, the settings and the system font while it is
-/// open.
+/// How the windows look and move, for QML: follows the desktop, the settings and the system font.
 class Theme : public QObject {
   Q_OBJECT
   Q_PROPERTY(lumeno::Palette colors READ colors NOTIFY colorsChanged)

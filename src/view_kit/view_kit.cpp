@@ -19,6 +19,11 @@ void initializeViewKitResources() {
   initializeResources();
 }
 
+void ViewKit::releaseUnused() {
+  engine_.collectGarbage();
+  engine_.trimComponentCache();
+}
+
 ViewKit::ViewKit(Theme& theme) : theme_(theme) {
   initializeViewKitResources();
   qmlRegisterType<AccentDot>("Lumeno.ViewKit", 1, 0, "AccentDot");

@@ -19,6 +19,9 @@ class ViewKit {
   [[nodiscard]] QQmlEngine& engine() { return engine_; }
   [[nodiscard]] Theme& theme() { return theme_; }
 
+  /// Gives back what only windows that have gone needed.
+  void releaseUnused();
+
  private:
   Theme& theme_;
   QQmlEngine engine_;

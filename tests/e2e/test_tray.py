@@ -60,6 +60,18 @@ class Tray(DesktopTest):
         self.assertEqual(nonsense.returncode, 2)
         self.assertIn("Usage", nonsense.stderr)
 
+    def test_started_by_the_bus_it_stays_in_the_tray(self):
+        self.lumeno.stop()
+        self.lumeno = self.start(os.path.join(BINARIES, "lumeno"), "--service")
+        self.view = desktop.View(self.lumeno.process.pid)
+        self.panel.item()
+        activate = ["gdbus", "call", "--session", "-d", "org.lumeno.Lumeno", "-o", "/org/lumeno/Lumeno", "-m",
+                    "org.freedesktop.Application.Activate", "{}"]
+        desktop.run(*activate)
+        self.assertTrue(stays_false(lambda: self.view.find("Launch Lumeno at login"), 1))
+        desktop.run(*activate)
+        self.wait_for_name("Launch Lumeno at login")
+
     def test_without_a_session_bus_there_is_still_only_one(self):
         second = self.start(os.path.join(BINARIES, "lumeno"), env={"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"})
         self.assertEqual(second.process.wait(10), 1)

@@ -80,11 +80,11 @@ class Application::Private {
  public:
   Private(std::unique_ptr<X11Connection> x11, ProgramBus& programBus)
       : connection(std::move(x11)), bus(programBus) {
-    bus.onSummon = [this] { model.summon(); };
-    bus.onShowSettings = [this] { settingsWindow.show(); };
-    bus.onShowWelcome = [this] { onboarding.show(); };
+    bus.onSummon = forCaller([this] { model.summon(); });
+    bus.onShowSettings = forCaller([this] { settingsWindow.show(); });
+    bus.onShowWelcome = forCaller([this] { onboarding.show(); });
+    bus.onGrantAccess = forCaller([this] { authorization.requestAccess(); });
     bus.onActivate = [this] { activate(); };
-    bus.onGrantAccess = [this] { authorization.requestAccess(); };
     bus.isAccessGranted = [this] { return accessibility.isTrusted(); };
     bus.publish();
     backdropChanges = panelWindow.compositorPresent().subscribe(
@@ -186,8 +186,17 @@ class Application::Private {
              .showSettings = [this] { settingsWindow.show(); },
              .quit = [this] { quit(); }}};
   bool isStartedForCaller = false;
+  Job quitDeadline;  ///< an X server that hangs must not keep the program
   Subscription backdropChanges;
   Subscription preferenceProblems;
+
+  /// What somebody on the bus asks for; it may be what the program was started for.
+  std::function<void()> forCaller(std::function<void()> action) {
+    return [this, action = std::move(action)] {
+      isStartedForCaller = false;
+      action();
+    };
+  }
 
   /// Started once more: the user looks for the program.
   void activate() {
@@ -213,6 +222,7 @@ class Application::Private {
   void quit() {
     // Without us what was copied here would be gone.
     pasteboard.handOver([] { QApplication::quit(); });
+    quitDeadline = scheduler.after(std::chrono::seconds(2), [] { QApplication::quit(); });
   }
 };
 

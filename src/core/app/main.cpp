@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QQuickWindow>
+#include <algorithm>
 #include <cstdio>
 
 #include "core/app/application.h"
@@ -15,6 +16,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr auto noDisplay = "Lumeno needs an X11 display (on Wayland: XWayland), and there is none.\n";
 
 /// What other programs inherit from us must never be able to wait for input.
 void detachStandardInput() {
@@ -35,6 +38,16 @@ void keepHeapSmall() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  const auto request = lumeno::launchRequest({argv + std::min(argc, 1), argv + argc});
+  if (!request) {
+    std::fputs(lumeno::usage(), stderr);
+    return 2;
+  }
+  // The toolkit would abort.
+  if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+    std::fputs(noDisplay, stderr);
+    return 1;
+  }
   keepHeapSmall();
   detachStandardInput();
   // The HUD is a few flat rectangles with text: drawn in software it needs half the memory and nothing while
@@ -58,11 +71,6 @@ int main(int argc, char** argv) {
   QApplication::setDesktopFileName(u"org.lumeno.Lumeno"_s);
   QApplication::setQuitOnLastWindowClosed(false);
 
-  const auto request = lumeno::launchRequest(QApplication::arguments().mid(1));
-  if (!request) {
-    std::fputs(lumeno::usage(), stderr);
-    return 2;
-  }
   lumeno::ProgramBus bus;
   const lumeno::SingleInstance instance;
   if (bus.isAlreadyRunning() || !instance.isOurs()) {
@@ -72,7 +80,7 @@ int main(int argc, char** argv) {
   }
   auto program = lumeno::Application::create(bus);
   if (!program) {
-    std::fputs("Lumeno needs an X11 display (on Wayland: XWayland), and there is none.\n", stderr);
+    std::fputs(noDisplay, stderr);
     return 1;
   }
   program->begin(*request);

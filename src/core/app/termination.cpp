@@ -39,11 +39,20 @@ Termination::Termination(std::function<void()> onSignal) {
   struct sigaction action = {};
   action.sa_handler = handle;
   action.sa_flags = SA_RESTART;
-  for (const int number : handledSignals) sigaction(number, &action, nullptr);
+  for (const int number : handledSignals) {
+    struct sigaction before = {};
+    // What was to be ignored from the start (nohup) stays ignored.
+    if (sigaction(number, nullptr, &before) == 0 && before.sa_handler == SIG_IGN) continue;
+    sigaction(number, &action, nullptr);
+  }
 }
 
 Termination::~Termination() {
-  for (const int number : handledSignals) std::signal(number, SIG_DFL);
+  for (const int number : handledSignals) {
+    struct sigaction current = {};
+    if (sigaction(number, nullptr, &current) == 0 && current.sa_handler == handle)
+      std::signal(number, SIG_DFL);
+  }
   if (signalFile_ >= 0) close(signalFile_);
   if (writeEnd >= 0) close(writeEnd);
   writeEnd = -1;

@@ -123,7 +123,7 @@ void AppModel::Private::replaceResult() {
   // The panel goes first: the keyboard must be back in the other application when the paste arrives.
   dismiss();
   replaceTask_ = collaborators_.replacer.replace(body, source_, [this](SelectionReplacer::Outcome outcome) {
-    const bool hasMovedOn = model_.selection.get().has_value();
+    const bool hasMovedOn = model_.selection.get() || model_.fileSession.get();
     if (outcome == SelectionReplacer::Outcome::selectionGone && !hasMovedOn) {
       showNotice(u"The selection is gone. The result is on the clipboard."_s);
     }

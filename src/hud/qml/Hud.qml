@@ -49,13 +49,21 @@ Item {
             return true
         case Qt.Key_Return:
         case Qt.Key_Enter:
-            // The Return that has run the suggestion, still held down, adds nothing to the calendar.
-            if (phase !== "calendarConfirm" || !event.isAutoRepeat)
-                hud.activate()
+            // A Return still held down has done its work in the phase before.
+            if (!event.isAutoRepeat)
+                activate()
             return true
         }
         return phase === "suggestions" && /^[1-9]$/.test(event.text)
             && hud.runChipNumber(Number(event.text))
+    }
+    // Where something is about to be written, Return on Back means Back.
+    function activate() {
+        const focused = Window.activeFocusItem
+        if (phase === "calendarConfirm" && focused && focused.press)
+            focused.press()
+        else
+            hud.activate()
     }
     // Return presses what has the focus, or else, where the bar was called by a key, what is meant to come next.
     function handleFileKey(event) {

@@ -7,6 +7,8 @@ Item {
 
     property string title
     property real pulse: 0.9
+    // A card that has gone keeps what it showed.
+    readonly property bool seen: Window.visibility !== Window.Hidden
 
     implicitHeight: 3 + 3 * 11 + 2 * 10 + 3
     opacity: theme.reduceMotion ? 0.7 : pulse
@@ -15,7 +17,7 @@ Item {
     Accessible.name: "Generating " + title
 
     SequentialAnimation on pulse {
-        running: !theme.reduceMotion
+        running: skeleton.seen && !theme.reduceMotion
         loops: Animation.Infinite
         NumberAnimation { to: 0.45; duration: 900; easing.type: Easing.InOutQuad }
         NumberAnimation { to: 0.9; duration: 900; easing.type: Easing.InOutQuad }

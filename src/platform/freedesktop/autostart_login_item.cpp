@@ -41,8 +41,9 @@ bool AutostartLoginItem::isEnabled() {
 
 bool AutostartLoginItem::registerItem() {
   const QString entry =
-      u"[Desktop Entry]\nType=Application\nName=Lumeno\nIcon=org.lumeno.Lumeno\nExec=%1\n"_s;
-  return writeFileAtomically(ownPath(), entry.arg(quotedForExec(program_)).toUtf8());
+      u"[Desktop Entry]\nType=Application\nName=Lumeno\nIcon=org.lumeno.Lumeno\nTryExec=%1\nExec=%2\n"_s;
+  const QString tried = QString(program_).replace(u'\\', u"\\\\"_s);
+  return writeFileAtomically(ownPath(), entry.arg(tried, quotedForExec(program_)).toUtf8());
 }
 
 bool AutostartLoginItem::unregisterItem() {

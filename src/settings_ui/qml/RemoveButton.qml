@@ -19,9 +19,15 @@ Item {
     Accessible.focusable: true
     Accessible.onPressAction: activated()
 
-    Keys.onSpacePressed: activated()
-    Keys.onReturnPressed: activated()
-    Keys.onEnterPressed: activated()
+    Keys.onSpacePressed: event => press(event)
+    Keys.onReturnPressed: event => press(event)
+    Keys.onEnterPressed: event => press(event)
+
+    // Once for each press: a key held down may have come from another control.
+    function press(event) {
+        if (!event.isAutoRepeat)
+            activated()
+    }
 
     Surface {
         anchors.fill: parent

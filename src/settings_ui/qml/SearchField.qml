@@ -51,5 +51,12 @@ FocusScope {
         onAccepted: field.accepted()
         Keys.onUpPressed: field.moved(-1)
         Keys.onDownPressed: field.moved(1)
+        // What another application has selected is not pasted here: asking for it could wait for that application.
+        Keys.onPressed: event => event.accepted = event.key === Qt.Key_Insert
+            && (event.modifiers & Qt.ControlModifier) && (event.modifiers & Qt.ShiftModifier)
+        MouseArea {
+            anchors.fill: parent
+            acceptedButtons: Qt.MiddleButton
+        }
     }
 }

@@ -8,6 +8,8 @@ Item {
 
     readonly property Item focusItem: Window.activeFocusItem
 
+    focus: true
+
     implicitWidth: Math.max(540, 36 * theme.metrics.callout)
     implicitHeight: tabs.height + page.implicitHeight
 

@@ -19,9 +19,9 @@ Item {
     Accessible.focusable: true
     Accessible.onPressAction: press()
 
-    Keys.onSpacePressed: press()
-    Keys.onReturnPressed: press()
-    Keys.onEnterPressed: press()
+    Keys.onSpacePressed: event => { if (!event.isAutoRepeat) press() }
+    Keys.onReturnPressed: event => { if (!event.isAutoRepeat) press() }
+    Keys.onEnterPressed: event => { if (!event.isAutoRepeat) press() }
 
     function press() {
         if (enabled)

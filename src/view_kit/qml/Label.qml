@@ -1,6 +1,6 @@
 import QtQuick
 
-// A text of the HUD. Nothing selected, generated or named is ever parsed as markup.
+// A text of any window. Nothing selected, generated or named is ever parsed as markup.
 Text {
     textFormat: Text.PlainText
     font.family: theme.metrics.family

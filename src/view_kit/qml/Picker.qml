@@ -30,7 +30,8 @@ Item {
         case Qt.Key_Enter:
         case Qt.Key_Down:
         case Qt.Key_Up:
-            show()
+            if (!event.isAutoRepeat)
+                show()
             event.accepted = true
         }
     }

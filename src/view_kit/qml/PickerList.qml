@@ -25,13 +25,17 @@ Item {
         case Qt.Key_Home: move(0); break
         case Qt.Key_End: move(options.length - 1); break
         case Qt.Key_Return:
-        case Qt.Key_Enter: choose(list.currentIndex); break
+        case Qt.Key_Enter:
+            if (!event.isAutoRepeat)
+                choose(list.currentIndex)
+            break
         case Qt.Key_Escape:
         case Qt.Key_Tab:
         case Qt.Key_Backtab: dismissed(); break
         case Qt.Key_Space:
             if (!typed) {
-                choose(list.currentIndex)
+                if (!event.isAutoRepeat)
+                    choose(list.currentIndex)
                 break
             }
             type(event.text)

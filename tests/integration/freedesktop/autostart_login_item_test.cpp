@@ -51,7 +51,7 @@ TEST(AutostartLoginItem, RegistersAndUnregisters) {
   for (const bool systemWide : {false, true}) {
     const TemporaryDesktop desktop;
     if (systemWide) desktop.write(ofSystem, "[Desktop Entry]\nType=Application\nExec=lumeno\n");
-    AutostartLoginItem item(u"/usr/bin/lumeno"_s);
+    AutostartLoginItem item(u"/usr/bin/env"_s);  // a program that is there
     EXPECT_TRUE(item.registerItem());
     EXPECT_TRUE(item.isEnabled());
     EXPECT_TRUE(item.unregisterItem());
@@ -61,6 +61,13 @@ TEST(AutostartLoginItem, RegistersAndUnregisters) {
     EXPECT_TRUE(item.registerItem());
     EXPECT_TRUE(item.isEnabled());
   }
+}
+
+TEST(AutostartLoginItem, AProgramThatIsGoneDoesNotCount) {
+  const TemporaryDesktop desktop;
+  AutostartLoginItem item(desktop.path(u"gone/lumeno"_s));
+  EXPECT_TRUE(item.registerItem());
+  EXPECT_FALSE(item.isEnabled());
 }
 
 TEST(AutostartLoginItem, SaysWhenItCannot) {
