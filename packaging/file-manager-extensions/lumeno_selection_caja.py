@@ -27,7 +27,7 @@ class LumenoSelection(GObject.GObject, Caja.MenuProvider):
         try:
             self._note(window.get_toplevel().get_window().get_xid(), [file.get_uri() for file in files])
         except Exception:  # whatever goes wrong, the file manager must not suffer from it
-            pass
+            self._forget()
         return []
 
     def get_background_items(self, window, folder):
@@ -38,6 +38,11 @@ class LumenoSelection(GObject.GObject, Caja.MenuProvider):
             self._reports.clear()
         self._reports[window] = uris
         self._send(window, uris)
+
+    def _forget(self):
+        """What was reported is not known to hold any more: window 0 tells so."""
+        self._reports.clear()
+        self._send(0, [])
 
     def _send(self, window, uris):
         if self._bus is None:

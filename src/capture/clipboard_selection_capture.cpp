@@ -26,7 +26,9 @@ class ClipboardSelectionCapture::Run : public std::enable_shared_from_this<Run> 
     if (!isWanted()) return;  // it has been told already
     forget();
     const bool isUnderWay = owner_.runs_.front().get() == this;
-    if (isUnderWay && !snapshot_) finishEmpty();
+    if (!isUnderWay || isPressed_) return;
+    snapshot_.reset();
+    finishEmpty();
   }
 
  protected:
@@ -79,6 +81,7 @@ class ClipboardSelectionCapture::Run : public std::enable_shared_from_this<Run> 
           snapshot_.reset();
           return finishEmpty();
         }
+        isPressed_ = true;
         waitForLook();
       });
     });
@@ -102,6 +105,7 @@ class ClipboardSelectionCapture::Run : public std::enable_shared_from_this<Run> 
   }
 
   std::optional<PasteboardSnapshot> snapshot_;  ///< present from the save until it is put back
+  bool isPressed_ = false;                      ///< the copy key; from then on the run goes to its end
   int attempts_ = 0;
   CurrentStep step_;
 };

@@ -37,7 +37,7 @@ class ClipboardSelectionCapture {
   ClipboardSelectionCapture& operator=(const ClipboardSelectionCapture&) = delete;
 
   /// The text copied in `window` (`RunningApplication::window`), untrimmed, or absent. `done` is called on
-  /// the main thread, never before the call returns. When the handle goes after the copy key was asked for,
+  /// the main thread, never before the call returns. When the handle goes after the copy key was pressed,
   /// the capture runs to its end unheard, so that the pasteboard is still put back; a later capture waits for
   /// that.
   [[nodiscard]] Job capture(uint64_t window, CopyKey copyKey,

@@ -113,14 +113,18 @@ class Plan : public std::enable_shared_from_this<Plan> {
   }
 
   void judge(const FileCommand& command) {
+    // The rules work on text: of a folder whose name is none they would ask for another one.
+    const auto folder = text::decodedUtf8(localPath(command.workingDirectory));
+    if (!folder) {
+      return finish(CommandPlan{command, {{u"What this command touches could not be checked."_s}}});
+    }
     const CommandPlan unchecked{command, {{u"What this command touches could not be checked in time."_s}}};
     deadline_ =
         scheduler_.after(cautionDeadline, whileWanted([unchecked](Plan& plan) { plan.finish(unchecked); }));
     request_ = runAside(
         fileSystemThreads(),
-        [command] {
-          return cautions(command.command, {QString::fromUtf8(localPath(command.workingDirectory)),
-                                            QDir::homePath(), isThere});
+        [text = command.command, folder = *folder] {
+          return cautions(text, {folder, QDir::homePath(), isThere});
         },
         whileWanted([command](Plan& plan, std::vector<Caution> found) {
           plan.finish(CommandPlan{command, std::move(found)});
@@ -156,6 +160,9 @@ FileActionOutcome outcomeOf(const QString& command, const CommandEnd& end, std::
       return outcome;
     case CommandEnd::Kind::timedOut:
       outcome.stderrText = u"Command timed out after %1s and was stopped."_s.arg(limit.count());
+      break;
+    case CommandEnd::Kind::stopped:
+      outcome.stderrText = end.problem;
       break;
     case CommandEnd::Kind::tookTooMuch:
       outcome.stderrText = u"Command was stopped: it wrote more output than memory can hold."_s;

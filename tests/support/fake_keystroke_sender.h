@@ -8,7 +8,7 @@
 
 namespace lumeno {
 
-/// Counts the commands instead of pressing keys; its answers come at the scheduler's next turn.
+/// Counts the commands instead of pressing keys; its answers come `delay` later.
 class FakeKeystrokeSender final : public KeystrokeSender {
  public:
   explicit FakeKeystrokeSender(Scheduler& scheduler) : scheduler_(scheduler) {}
@@ -23,6 +23,7 @@ class FakeKeystrokeSender final : public KeystrokeSender {
     return send(window, pastes, onPaste, std::move(done));
   }
 
+  std::chrono::milliseconds delay{0};  ///< what held keys are waited for
   bool refuses = false;
   std::optional<uint64_t> windowInFront;  ///< keystrokes for another one are refused
   /// What the application does at the keystroke.
@@ -35,16 +36,15 @@ class FakeKeystrokeSender final : public KeystrokeSender {
  private:
   Job send(uint64_t window, int& counter, const std::function<void()>& effect,
            std::function<void(Outcome)> done) {
-    return scheduler_.after(std::chrono::milliseconds(0),
-                            [this, window, &counter, &effect, done = std::move(done)] {
-                              if (refuses || (windowInFront && *windowInFront != window)) {
-                                done(Outcome::refused);
-                                return;
-                              }
-                              ++counter;
-                              if (effect) effect();
-                              done(Outcome::sent);
-                            });
+    return scheduler_.after(delay, [this, window, &counter, &effect, done = std::move(done)] {
+      if (refuses || (windowInFront && *windowInFront != window)) {
+        done(Outcome::refused);
+        return;
+      }
+      ++counter;
+      if (effect) effect();
+      done(Outcome::sent);
+    });
   }
 
   Scheduler& scheduler_;

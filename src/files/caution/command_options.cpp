@@ -15,6 +15,10 @@ bool listHas(QStringView words, QStringView word) {
   return false;
 }
 
+bool hasArgumentBeginning(std::span<const Word> arguments, QStringView beginning) {
+  return std::ranges::any_of(arguments, [&](const Word& word) { return word.text.startsWith(beginning); });
+}
+
 CommandOptions::CommandOptions(std::span<const Word> arguments, const OptionForms& forms)
     : firstOperand_(arguments.size()) {
   bool optionsEnded = false;

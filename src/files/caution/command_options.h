@@ -49,4 +49,7 @@ class CommandOptions {
 /// Whether `words`, separated by blanks, has `word`.
 [[nodiscard]] bool listHas(QStringView words, QStringView word);
 
+/// Whether one of the words after a command begins like that.
+[[nodiscard]] bool hasArgumentBeginning(std::span<const shell::Word> arguments, QStringView beginning);
+
 }  // namespace lumeno

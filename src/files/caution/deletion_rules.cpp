@@ -1,31 +1,26 @@
-#include <algorithm>
-
 #include "files/caution/command_review.h"
 
 namespace lumeno {
 
 using namespace Qt::StringLiterals;
 using command_words::Trait;
-using shell::Word;
 
 namespace {
 
-bool hasArgument(const Invocation& invocation, QStringView beginning) {
-  return std::ranges::any_of(invocation.arguments,
-                             [&](const Word& word) { return word.text.startsWith(beginning); });
-}
-
 bool deletesByOption(const Invocation& invocation) {
   const QString& name = invocation.name;
-  if (name == u"find" || name == u"gfind") return hasArgument(invocation, u"-delete");
+  const auto& arguments = invocation.arguments;
+  if (name == u"find" || name == u"gfind") return hasArgumentBeginning(arguments, u"-delete");
   if (name == u"rsync") {
-    return hasArgument(invocation, u"--del") || hasArgument(invocation, u"--remove-s");
+    return hasArgumentBeginning(arguments, u"--del") || hasArgumentBeginning(arguments, u"--remove-s");
   }
-  if (name == u"zip") return CommandOptions(invocation.arguments, {}).has(u'm', u"move");
-  if (name == u"tar" || name == u"gtar" || name == u"bsdtar") return hasArgument(invocation, u"--remove-f");
-  if (name == u"7z" || name == u"7za" || name == u"7zz") return hasArgument(invocation, u"-sdel");
-  if (name == u"gio") return !invocation.arguments.empty() && invocation.arguments.front().text == u"remove";
-  if (name == u"mv") return !invocation.arguments.empty() && invocation.arguments.back().text == u"/dev/null";
+  if (name == u"zip") return CommandOptions(arguments, {}).has(u'm', u"move");
+  if (name == u"tar" || name == u"gtar" || name == u"bsdtar") {
+    return hasArgumentBeginning(arguments, u"--remove-f");
+  }
+  if (name == u"7z" || name == u"7za" || name == u"7zz") return hasArgumentBeginning(arguments, u"-sdel");
+  if (name == u"gio") return !arguments.empty() && arguments.front().text == u"remove";
+  if (name == u"mv") return !arguments.empty() && arguments.back().text == u"/dev/null";
   return false;
 }
 

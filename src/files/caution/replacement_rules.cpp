@@ -16,11 +16,6 @@ bool hasArgument(const Invocation& invocation, QStringView words) {
                              [&](const Word& word) { return listHas(words, word.text); });
 }
 
-bool hasArgumentBeginning(const Invocation& invocation, QStringView beginning) {
-  return std::ranges::any_of(invocation.arguments,
-                             [&](const Word& word) { return word.text.startsWith(beginning); });
-}
-
 /// Whether the files named are changed where they are.
 bool changesInPlace(const Invocation& invocation) {
   const QString& name = invocation.name;
@@ -35,14 +30,14 @@ bool changesInPlace(const Invocation& invocation) {
     const bool asksOnly = !hasArgument(invocation,
                                        u"-s --setProperty -r --rotate -f --flip -z -Z -c -p -d -e -E -m "
                                        u"--cropToHeightWidth --padToHeightWidth --matchTo") &&
-                          !hasArgumentBeginning(invocation, u"--resample");
+                          !hasArgumentBeginning(invocation.arguments, u"--resample");
     return !asksOnly && !hasArgument(invocation, u"-o --out");
   }
   if (name == u"mogrify") return !hasArgument(invocation, u"-path -format");
   if (name == u"magick" && !invocation.arguments.empty() && invocation.arguments.front().text == u"mogrify") {
     return !hasArgument(invocation, u"-path -format");
   }
-  if (name == u"exiftool") return hasArgumentBeginning(invocation, u"-overwrite_original");
+  if (name == u"exiftool") return hasArgumentBeginning(invocation.arguments, u"-overwrite_original");
   if (name == u"gofmt") return hasArgument(invocation, u"-w");
   if (name == u"prettier") return hasArgument(invocation, u"--write -w");
   if (name == u"clang-format") return hasArgument(invocation, u"-i");

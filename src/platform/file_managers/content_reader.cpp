@@ -26,19 +26,22 @@ std::optional<std::vector<QByteArray>> ContentReader::read(const FileManagerReci
   }
   const auto frame = activeFrame(process);
   const auto view = frame ? viewIn(recipe, *frame, effort) : std::nullopt;
-  const auto names = view ? readSelectedNames(client_, recipe.view, *view, effort.mostNames) : std::nullopt;
+  if (!view) return std::nullopt;
+  const QString title = client_.name(*frame).value_or(QString());
+  const auto folder = readShownFolder(client_, recipe, parts_, process, title);
+  const auto names = readSelectedNames(client_, recipe.view, *view, effort.mostNames);
   if (!names || client_.isIncomplete()) return std::nullopt;
   std::vector<QByteArray> paths;
   if (names->empty()) return paths;
 
-  const QString title = client_.name(*frame).value_or(QString());
-  const auto folder = readShownFolder(client_, recipe, parts_, process, title);
-  if (!folder || client_.isIncomplete()) return std::nullopt;
+  // Another folder may have come while this was read.
+  const bool isSame =
+      client_.name(*frame) == title && readShownFolder(client_, recipe, parts_, process, title) == folder;
+  if (!folder || !isSame || client_.isIncomplete()) return std::nullopt;
   if (folder->path.isEmpty()) return paths;
   const auto listing = listFolder(folder->path);
   const auto found = listing ? matchNames(*names, *listing) : std::nullopt;
-  // Another folder may have come while this was read.
-  if (!found || client_.name(*frame) != title) return std::nullopt;
+  if (!found) return std::nullopt;
   const QByteArray parent = folder->path == "/" ? QByteArray() : folder->path;
   for (const QByteArray& name : *found) paths.push_back(parent + '/' + name);
   return paths;

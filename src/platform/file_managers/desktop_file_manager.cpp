@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QThread>
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include "platform/file_managers/content_reader.h"
@@ -17,10 +18,14 @@ using namespace std::chrono_literals;
 namespace {
 
 using Answer = std::optional<std::vector<QUrl>>;
+using Paths = std::optional<std::vector<QByteArray>>;
 using Effort = ContentReader::Effort;
 
 constexpr Effort quickEffort{1000ms, 250ms, 300, false};
 constexpr Effort thoroughEffort{5000ms, 1500ms, std::nullopt, true};
+// The limits bound the questions to others, but the disk may hang. So much later nobody waits any more.
+constexpr auto grace = 500ms;
+constexpr unsigned long quitWait = 200;  // milliseconds
 
 // A file manager may answer an event late, and not every one tells of a change: an answer is relied upon only
 // when so many reads in a row have confirmed it, and even then it is renewed after so many quick reads, or
@@ -37,23 +42,34 @@ class FileManagerWorker final : public QObject {
   ContentReader reader;
 };
 
-class DesktopFileManager::Private final : public QObject {
+/// Takes in on the main thread what the worker has read. The worker may still be at it when the file manager
+/// has gone; `take` is empty by then.
+class FileManagerAnswers final : public QObject {
+ public:
+  std::function<void(uint64_t reading, const Paths& paths, int milliseconds)> take;
+};
+
+class DesktopFileManager::Private final {
  public:
   Private(Workspace& workspace, WindowGeometry& geometry, Accessibility& accessibility, Scheduler& scheduler)
-      : workspace_(workspace), geometry_(geometry), accessibility_(accessibility), scheduler_(scheduler) {}
+      : workspace_(workspace), geometry_(geometry), accessibility_(accessibility), scheduler_(scheduler) {
+    answers_->take = [this](uint64_t id, const Paths& paths, int milliseconds) {
+      finish(id, paths, milliseconds);
+    };
+  }
 
-  ~Private() override {
+  ~Private() {
+    answers_->take = nullptr;
+    answers_.reset();
     if (!worker_) return;
     QMetaObject::invokeMethod(worker_, [worker = worker_] {
       worker->reader.disconnect();
       worker->deleteLater();
+      worker->thread()->quit();
     });
-    thread_.quit();
-    // A bus that hangs while it is being connected to must not keep the program from ending.
-    if (!thread_.wait(3000)) {
-      thread_.terminate();
-      thread_.wait();
-    }
+    // A bus or a disk that hangs must not keep the program from ending. A thread that is inside of it can be
+    // neither waited for nor ended safely: it is left behind on purpose and touches nothing of this object.
+    if (thread_->wait(quitWait)) delete thread_;
   }
 
   Job readSelection(Read read, std::function<void(Answer)> done) {
@@ -66,9 +82,15 @@ class DesktopFileManager::Private final : public QObject {
     if (!recipe || !accessibility_.isTrusted()) return answer(std::nullopt, std::move(done));
     if (read == Read::quick && isKnownToHold(*application)) return answer(known_.answer, std::move(done));
 
+    const auto underWay = readings_.find(latestQuick_);
+    const bool isJoined = read == Read::quick && underWay != readings_.end() && !underWay->second.isOverdue &&
+                          underWay->second.isFor(*application);
+    if (!isJoined && isHung(read)) return answer(std::nullopt, std::move(done), deadlineOf(read));
     const auto request = std::make_shared<Request>(Request{std::move(done)});
-    if (read == Read::quick && reading_ && reading_->isFor(*application)) {
-      reading_->requests.push_back(request);
+    if (isJoined) {
+      auto& requests = underWay->second.requests;
+      std::erase_if(requests, [](const auto& other) { return !other->done; });
+      requests.push_back(request);
     } else {
       begin(*application, *recipe, read, request);
     }
@@ -88,11 +110,13 @@ class DesktopFileManager::Private final : public QObject {
   };
   /// A read on the worker, and who waits for it.
   struct Reading {
+    Read kind = Read::quick;
     ProcessId process = 0;
     uint64_t window = 0;
     uint64_t serial = 0;  ///< of what happened before it began
     std::vector<std::shared_ptr<Request>> requests;
-    int milliseconds = 0;  ///< how long it took; the worker's until it is finished
+    Job deadline;
+    bool isOverdue = false;  ///< nobody waits for it any more
 
     [[nodiscard]] bool isFor(const RunningApplication& application) const {
       return process == application.processIdentifier && window == application.window;
@@ -114,8 +138,19 @@ class DesktopFileManager::Private final : public QObject {
     return application;
   }
 
-  Job answer(Answer value, std::function<void(Answer)> done) {
-    return scheduler_.after(0ms, [value = std::move(value), done = std::move(done)] { done(value); });
+  static std::chrono::milliseconds deadlineOf(Read read) { return effortOf(read).limit + grace; }
+  static const Effort& effortOf(Read read) { return read == Read::quick ? quickEffort : thoroughEffort; }
+
+  /// Whether the worker is so late with another read that this one would only wait behind it.
+  bool isHung(Read read) const {
+    return std::any_of(readings_.begin(), readings_.end(), [read](const auto& entry) {
+      const Reading& other = entry.second;
+      return other.isOverdue && (other.kind == Read::thorough || read == Read::quick);
+    });
+  }
+
+  Job answer(Answer value, std::function<void(Answer)> done, std::chrono::milliseconds delay = 0ms) {
+    return scheduler_.after(delay, [value = std::move(value), done = std::move(done)] { done(value); });
   }
 
   /// Each call uses up one of the quick reads that what is known may answer.
@@ -129,51 +164,76 @@ class DesktopFileManager::Private final : public QObject {
   void begin(const RunningApplication& application, const FileManagerRecipe& recipe, Read read,
              const std::shared_ptr<Request>& request) {
     if (!worker_) startWorker();
-    const auto reading = std::make_shared<Reading>(Reading{
-        application.processIdentifier, application.window, accessibility_.activitySerial(), {request}, 0});
-    if (read == Read::quick) reading_ = reading;
-    const Effort& effort = read == Read::quick ? quickEffort : thoroughEffort;
-    QMetaObject::invokeMethod(worker_, [this, worker = worker_, reading, recipe, effort] {
+    const uint64_t id = ++latestReading_;
+    if (read == Read::quick) latestQuick_ = id;
+    readings_.emplace(id, Reading{read,
+                                  application.processIdentifier,
+                                  application.window,
+                                  accessibility_.activitySerial(),
+                                  {request},
+                                  scheduler_.after(deadlineOf(read), [this, id] { giveUp(id); })});
+    const ProcessId process = application.processIdentifier;
+    QMetaObject::invokeMethod(worker_, [worker = worker_, answers = std::weak_ptr(answers_), id, recipe,
+                                        process, effort = effortOf(read)] {
+      if (answers.expired()) return;
       QElapsedTimer clock;
       clock.start();
-      auto paths = worker->reader.read(recipe, reading->process, effort);
-      reading->milliseconds = static_cast<int>(clock.elapsed());
-      QMetaObject::invokeMethod(this, [this, reading, paths = std::move(paths)] { finish(*reading, paths); });
+      auto paths = worker->reader.read(recipe, process, effort);
+      const auto milliseconds = static_cast<int>(clock.elapsed());
+      const auto receiver = answers.lock();
+      if (!receiver) return;
+      const auto deliver = [to = receiver.get(), id, paths = std::move(paths), milliseconds] {
+        if (to->take) to->take(id, paths, milliseconds);
+      };
+      QMetaObject::invokeMethod(receiver.get(), deliver, Qt::QueuedConnection);
     });
   }
 
-  void finish(const Reading& reading, const std::optional<std::vector<QByteArray>>& paths) {
-    if (reading_.get() == &reading) reading_.reset();
+  /// The reading stays known until the worker is through with it.
+  void giveUp(uint64_t id) {
+    Reading& reading = readings_.at(id);
+    reading.isOverdue = true;
+    answerAll(std::exchange(reading.requests, {}), std::nullopt);
+  }
+
+  static void answerAll(const std::vector<std::shared_ptr<Request>>& requests, const Answer& found) {
+    for (const auto& request : requests) {
+      if (const auto done = std::exchange(request->done, nullptr)) done(found);
+    }
+  }
+
+  void finish(uint64_t id, const Paths& paths, int milliseconds) {
+    const Reading reading = std::move(readings_.at(id));
+    readings_.erase(id);
+    // The selection may be another one by now.
+    if (reading.isOverdue) return;
     Answer found;
     if (paths) {
       found.emplace();
       for (const QByteArray& path : *paths) found->push_back(fileUrl(path));
     }
-    remember(reading, found);
+    remember(reading, found, milliseconds);
     // Meanwhile another window may have come to the front, or trust may have gone.
     const auto application = frontFileManager();
     const bool holds = application && reading.isFor(*application) && accessibility_.isTrusted();
-    const auto requests = reading.requests;
-    for (const auto& request : requests) {
-      if (const auto done = std::exchange(request->done, nullptr)) done(holds ? found : std::nullopt);
-    }
+    answerAll(reading.requests, holds ? found : std::nullopt);
   }
 
-  void remember(const Reading& reading, const Answer& found) {
+  void remember(const Reading& reading, const Answer& found, int milliseconds) {
     const bool isConfirmed = known_.process == reading.process && known_.window == reading.window &&
                              known_.serial == reading.serial && known_.answer == found;
     const int confirmations = isConfirmed ? known_.confirmations + 1 : 1;
-    known_ = {
-        reading.process, reading.window,
-        reading.serial,  found,
-        confirmations,   std::max(leastReadsAnswered, reading.milliseconds * readsAnsweredPerMillisecond)};
+    known_ = {reading.process, reading.window,
+              reading.serial,  found,
+              confirmations,   std::max(leastReadsAnswered, milliseconds * readsAnsweredPerMillisecond)};
   }
 
   void startWorker() {
     worker_ = new FileManagerWorker;
-    worker_->moveToThread(&thread_);
-    thread_.setObjectName(QStringLiteral("file manager"));
-    thread_.start();
+    thread_ = new QThread;
+    worker_->moveToThread(thread_);
+    thread_->setObjectName(QStringLiteral("file manager"));
+    thread_->start();
   }
 
   Workspace& workspace_;
@@ -182,8 +242,13 @@ class DesktopFileManager::Private final : public QObject {
   Scheduler& scheduler_;
   SelectionReports reports_;
   Known known_;
-  std::shared_ptr<Reading> reading_;  ///< the quick read under way
-  QThread thread_;
+  std::map<uint64_t, Reading> readings_;  ///< that the worker has not finished, in their order
+  uint64_t latestReading_ = 0;
+  uint64_t latestQuick_ = 0;
+  /// The worker may be the last to let go of it, but its own thread is to destroy it.
+  std::shared_ptr<FileManagerAnswers> answers_{new FileManagerAnswers,
+                                               [](FileManagerAnswers* gone) { gone->deleteLater(); }};
+  QThread* thread_ = nullptr;  ///< destroyed only when it has ended
   FileManagerWorker* worker_ = nullptr;
 };
 

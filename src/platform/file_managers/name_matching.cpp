@@ -3,6 +3,7 @@
 #include <dirent.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QHash>
 #include <QStringDecoder>
 #include <memory>
@@ -46,7 +47,8 @@ bool mayBeShownAs(const QByteArray& name, const QString& shown) {
 /// Every `Name=` and `Name[language]=` of a desktop entry, whatever the language is.
 void addTitles(const QByteArray& path, std::vector<QString>& titles) {
   QFile file(QFile::decodeName(path));
-  if (!file.open(QIODevice::ReadOnly)) return;
+  // To open a pipe would be to wait for somebody who writes into it.
+  if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) return;
   for (const QByteArray& line : file.read(mostTitleBytes).split('\n')) {
     if (!line.startsWith("Name")) continue;
     const qsizetype equals = line.indexOf('=');

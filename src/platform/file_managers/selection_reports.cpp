@@ -3,6 +3,7 @@
 #include <QDBusConnection>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <utility>
 
 #include "records/file_selection.h"
 #include "records/uri_list.h"
@@ -36,7 +37,7 @@ std::optional<std::vector<QUrl>> SelectionReports::selection(ProcessId process, 
 }
 
 void SelectionReports::ReportFiles(const QStringList& uris, qulonglong window) {
-  if (!calledFromDBus() || window == 0 || uris.size() > mostFiles) return;
+  if (!calledFromDBus() || uris.size() > mostFiles) return;
   const QString sender = message().service();
   if (const auto known = senders_.constFind(sender); known != senders_.cend()) {
     take(*known, uris, window);
@@ -58,6 +59,11 @@ void SelectionReports::ReportFiles(const QStringList& uris, qulonglong window) {
 }
 
 void SelectionReports::take(ProcessId process, const QStringList& uris, uint64_t window) {
+  if (window == 0) {
+    byWindow_.removeIf(
+        [process](std::pair<const uint64_t&, Report&> known) { return known.second.process == process; });
+    return;
+  }
   if (byWindow_.size() >= mostWindows && !byWindow_.contains(window)) byWindow_.clear();
   Report report{process, {}};
   for (const QString& uri : uris) {

@@ -29,7 +29,8 @@ class SelectionReports final : public QObject, protected QDBusContext {
 
  public Q_SLOTS:
   /// `uris`: the selected items, exactly, in the order of the view. `window`: its identity in the window
-  /// system.
+  /// system; 0 when it is not known which one the selection is in: then all that the process has reported
+  /// before is void, and `uris` does not count.
   Q_SCRIPTABLE Q_NOREPLY void ReportFiles(const QStringList& uris, qulonglong window);
 
  private:

@@ -160,10 +160,8 @@ class CommandRun {
     } else if (reason == Reason::limit) {
       end_.kind = Kind::timedOut;
     } else if (reason == Reason::foreignEnd) {
+      end_.kind = Kind::stopped;
       end_.problem = QStringLiteral("The command was stopped because its supervisor was ended.");
-      // Where the reader of a failed command looks.
-      if (!end_.standardError.isEmpty() && !end_.standardError.endsWith('\n')) end_.standardError += '\n';
-      end_.standardError += end_.problem.toUtf8() + '\n';
     }
     return std::move(end_);
   }

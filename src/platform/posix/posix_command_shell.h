@@ -20,8 +20,9 @@ struct CommandShellOptions {
 };
 
 /// Runs commands in zsh, each under a supervisor process of its own (`lumeno-supervisor`), which stops it and
-/// everything it has started at the limit, however it hides and whatever becomes of this program. The answer
-/// is gathered on a thread per command. Environment and standard input are this program's.
+/// everything it has started at the limit, however it hides and whatever becomes of this program; what a
+/// command leaves running when it ends by itself goes on. The answer is gathered on a thread per command.
+/// Environment and standard input are this program's.
 class PosixCommandShell final : public CommandShell {
  public:
   /// `supervisor`: the path of `lumeno-supervisor`; absolute.

@@ -36,7 +36,10 @@ void X11Pasteboard::ownerChanged() {
 
 Job X11Pasteboard::snapshot(std::function<void(std::optional<PasteboardSnapshot>)> done) {
   if (const auto* offers = ownOffers()) {
-    return scheduler_.after(0ms, [done = std::move(done), saved = snapshotOf(*offers)] { done(saved); });
+    PasteboardSnapshot saved = snapshotOf(*offers);
+    // The change that the claim still brings is no news: what it puts there is what is saved.
+    if (claimed_) ++saved.changeCount;
+    return scheduler_.after(0ms, [done = std::move(done), saved = std::move(saved)] { done(saved); });
   }
   return content_.readAll([this, done = std::move(done)](const auto& offers) {
     done(offers ? std::optional(snapshotOf(*offers)) : std::nullopt);

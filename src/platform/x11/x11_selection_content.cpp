@@ -1,7 +1,5 @@
 #include "platform/x11/x11_selection_content.h"
 
-#include <sys/stat.h>
-
 #include <QDeadlineTimer>
 #include <QSet>
 #include <algorithm>
@@ -19,6 +17,8 @@ namespace {
 constexpr std::chrono::milliseconds readTime{300};
 constexpr qsizetype textBytes = 16 * 1024 * 1024;
 constexpr qsizetype allBytes = 32 * 1024 * 1024;
+// No application has that many; each name that is not known yet costs a question to the server.
+constexpr size_t mostTargets = 500;
 constexpr auto secretMark = "x-kde-passwordManagerHint";
 constexpr auto secretValue = "secret";
 constexpr auto uriList = "text/uri-list";
@@ -28,13 +28,18 @@ using Targets = std::vector<xcb_atom_t>;
 Targets targetsIn(const SelectionValue& value) {
   if (value.format != 32) return {};
   const auto* first = reinterpret_cast<const xcb_atom_t*>(value.bytes.constData());
-  const std::span all(first, static_cast<size_t>(value.bytes.size()) / sizeof(xcb_atom_t));
+  return {first, first + static_cast<size_t>(value.bytes.size()) / sizeof(xcb_atom_t)};
+}
+
+/// Each once; of too many, one more than `mostTargets`.
+Targets distinct(const Targets& all) {
   Targets targets;
   QSet<xcb_atom_t> seen;
   for (const xcb_atom_t target : all) {
     if (target == XCB_ATOM_NONE || seen.contains(target)) continue;
     seen.insert(target);
     targets.push_back(target);
+    if (targets.size() > mostTargets) break;
   }
   return targets;
 }
@@ -53,11 +58,9 @@ bool isImage(const QByteArray& target) {
 }
 
 /// Whether a path can be trusted to be exact. Programs that keep names as text put U+FFFD in place of bytes
-/// that are none; only where such a file exists the character is its own.
+/// that are none; whether the character is the name's own cannot be told without asking the file system.
 bool isTold(const QUrl& url) {
-  const QByteArray path = localPath(url);
-  struct stat status {};
-  return !path.contains("\xEF\xBF\xBD") || lstat(path.constData(), &status) == 0;
+  return !localPath(url).contains("\xEF\xBF\xBD");
 }
 
 }  // namespace
@@ -108,8 +111,8 @@ class X11SelectionContent::Reading : public std::enable_shared_from_this<Reading
  private:
   void checkMark(const Targets& targets) {
     const xcb_atom_t mark = atom(secretMark);
-    if (std::find(targets.begin(), targets.end(), mark) == targets.end()) return proceed(targets);
-    ask(mark, [this, targets](const TransferResult& answer) {
+    if (std::find(targets.begin(), targets.end(), mark) == targets.end()) return proceed(distinct(targets));
+    ask(mark, [this, targets = distinct(targets)](const TransferResult& answer) {
       // A mark that cannot be read is taken for the worse.
       if (answer.outcome != TransferOutcome::delivered || answer.value.bytes.startsWith(secretValue)) {
         return fail();
@@ -217,6 +220,7 @@ class X11SelectionContent::FullReading final : public ReadingOf<std::vector<Sele
   void noOwner() override { finish(std::vector<SelectionOffer>{}); }
 
   void proceed(const Targets& targets) override {
+    if (targets.size() > mostTargets) return fail();
     offers_.clear();
     wanted_.clear();
     const xcb_atom_t image = imageAmong(targets);
@@ -240,10 +244,13 @@ class X11SelectionContent::FullReading final : public ReadingOf<std::vector<Sele
   }
 
   void askFor(size_t index) {
-    if (index == wanted_.size()) return finish(std::move(offers_));
+    // There is something, so to put nothing back would lose it.
+    if (index == wanted_.size()) return offers_.empty() ? fail() : finish(std::move(offers_));
     ask(wanted_[index], [this, index](const TransferResult& answer) {
-      if (isLimitExceeded(answer)) return fail();
-      if (answer.outcome == TransferOutcome::delivered) offers_.push_back({wanted_[index], answer.value});
+      const bool isDelivered = answer.outcome == TransferOutcome::delivered;
+      // The other formats of an image are not asked for: it would be lost as well.
+      if (isLimitExceeded(answer) || (!isDelivered && isImage(nameOf(wanted_[index])))) return fail();
+      if (isDelivered) offers_.push_back({wanted_[index], answer.value});
       askFor(index + 1);
     });
   }

@@ -31,7 +31,8 @@ class X11SelectionContent {
   [[nodiscard]] Job readFileUrls(std::function<void(std::optional<std::vector<QUrl>>)> done);
 
   /// Everything that can be read and put back, in the order in which it is offered; empty when there is no
-  /// owner, absent when it is secret or has more than 32 MB in all. Of several image formats of the same
+  /// owner; absent when there is an owner but nothing can be read, when the image is refused, when it is
+  /// secret, or has more than 32 MB in all or more than 500 types. Of several image formats of the same
   /// picture one is enough.
   [[nodiscard]] Job readAll(std::function<void(std::optional<std::vector<SelectionOffer>>)> done);
 

@@ -1,5 +1,7 @@
 #include "platform/x11/x11_pasteboard.h"
 
+#include <QDir>
+#include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <csignal>
 #include <tuple>
@@ -155,7 +157,17 @@ TEST_F(PasteboardTest, countsEveryChange) {
   EXPECT_EQ(pasteboard_.changeCount(), 5);
 }
 
+TEST_F(PasteboardTest, itsOwnClaimIsNoNewsToASnapshot) {
+  pasteboard_.setString(u"ours"_s);
+  const auto saved = snapshot();
+  ASSERT_TRUE(saved);
+  ASSERT_TRUE(waitForChange(2));
+  EXPECT_EQ(saved->changeCount, pasteboard_.changeCount());
+}
+
 TEST_F(PasteboardTest, savesAllOrNothingAndReadsNoSecret) {
+  QStringList manyTypes{"UTF8_STRING=x"};
+  for (int i = 0; i < 500; ++i) manyTypes.push_back(u"type-%1=x"_s.arg(i));
   const struct {
     QStringList owner;
     std::optional<bool> isSaved;
@@ -166,6 +178,12 @@ TEST_F(PasteboardTest, savesAllOrNothingAndReadsNoSecret) {
       {{"--hang", "UTF8_STRING=x"}, false, false},
       {{"UTF8_STRING=x", "slow=y", "--hang-on", "slow"}, false, true},
       {{"--stall", "UTF8_STRING=x"}, false, false},
+      {{"PIXMAP=x"}, false, false},  // there is something, but nothing to put back
+      {{"--refuse", "text/html", "text/html=<p>"}, false, false},
+      {{"--refuse", "text/html", "text/html=<p>", "UTF8_STRING=x"}, true, true},
+      {{"--refuse", "image/png", "image/png=x", "image/bmp=x", "UTF8_STRING=x"}, false, true},
+      {manyTypes, false, true},
+      {manyTypes + QStringList{"x-kde-passwordManagerHint=secret"}, false, false},
       {{"--size", "3000000", "text/html=<p>"}, true, true},
       // Whether this much can be saved in time depends on the machine.
       {{"--size", "17000000", "--piece", "2000000"}, std::nullopt, false},
@@ -211,6 +229,9 @@ TEST_F(PasteboardTest, readsTextAsOffered) {
 
 TEST_F(PasteboardTest, readsFilesByteForByte) {
   const std::vector files{fileUrl("/tmp/b\xFF"), fileUrl("/tmp/a b")};
+  // That there is such a file does not say that it is the one.
+  const QTemporaryDir replaced(QDir::tempPath() + u"/\uFFFD-XXXXXX"_s);
+  const QByteArray replacedUri = QUrl::fromLocalFile(replaced.path()).toEncoded();
   const struct {
     QStringList owner;
     std::optional<std::vector<QUrl>> files;
@@ -219,7 +240,7 @@ TEST_F(PasteboardTest, readsFilesByteForByte) {
       {{"x-special/gnome-copied-files=copy\nfile:///tmp/b%FF\nfile:///tmp/a%20b"}, files},
       {{"x-special/mate-copied-files=cut\nfile:///tmp/b%FF"}, std::nullopt},
       {{"text/uri-list=sftp://server/a\r\n"}, std::nullopt},
-      {{"text/uri-list=file:///tmp/no-such-%EF%BF%BD\r\n"}, std::nullopt},
+      {{QString::fromUtf8("text/uri-list=" + replacedUri + "\r\n")}, std::nullopt},
       {{"UTF8_STRING=file:///tmp/a"}, std::nullopt},
       {{"--secret", "text/uri-list=file:///tmp/a\r\n"}, std::nullopt},
   };

@@ -11,6 +11,7 @@
 //     --slow MS          waits before each answer
 //     --hang             never answers
 //     --hang-on TARGET   never answers for that target
+//     --refuse TARGET    offers that target and refuses to deliver it
 //     --die              ends when first asked
 //     --stall            announces every value to come in pieces and never sends one
 //     --lie-size BYTES   what an announcement of pieces claims instead of the true size
@@ -54,6 +55,7 @@ struct Options {
   bool hasWindow = false;
   bool hangs = false;
   std::string hangsOn;
+  std::string refuses;
   bool dies = false;
   bool stalls = false;
   bool keeps = false;
@@ -167,6 +169,8 @@ Options parse(int argc, char** argv) {
       result.hangs = true;
     else if (argument == "--hang-on")
       result.hangsOn = value();
+    else if (argument == "--refuse")
+      result.refuses = value();
     else if (argument == "--die")
       result.dies = true;
     else if (argument == "--stall")
@@ -322,7 +326,7 @@ void answer(const xcb_selection_request_event_t& request) {
   if (options.dies) std::_Exit(0);
   if (options.hangs || target == options.hangsOn) return;
   if (options.slowMilliseconds > 0) usleep(static_cast<useconds_t>(options.slowMilliseconds) * 1000);
-  const bool isServed = convert(request, target);
+  const bool isServed = target != options.refuses && convert(request, target);
   union {
     xcb_selection_notify_event_t event;
     char bytes[32];

@@ -162,10 +162,17 @@ TEST_F(ClipboardSelectionCaptureTest, DroppedCaptureStillPutsThePasteboardBack) 
 }
 
 TEST_F(ClipboardSelectionCaptureTest, DroppedBeforeTheKeyPressesNone) {
-  Job job = begin();
-  job.cancel();
+  Job atOnce = begin();
+  atOnce.cancel();
+  scheduler.advance(1000);
+  keystrokes.delay = std::chrono::milliseconds(300);
+  Job whileKeysAreHeld = begin();
+  scheduler.advance(200);
+  EXPECT_EQ(pasteboard.snapshots, 1);
+  whileKeysAreHeld.cancel();
   scheduler.advance(1000);
   EXPECT_EQ(keystrokes.copies, 0);
+  EXPECT_EQ(pasteboard.restores, 0);
   EXPECT_EQ(scheduler.pendingCount(), 0U);
 }
 

@@ -1,6 +1,7 @@
 #include "platform/file_managers/name_matching.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QTemporaryDir>
 #include <cstdio>
@@ -55,10 +56,14 @@ TEST(NameMatching, ListsAFolder) {
   };
   write("bad\xFF", "");
   write("editor.desktop", "[Desktop Entry]\nName=Editor\nName[de]=Schreiber\nNameless\nExec=true\n");
+  // Nobody writes into it: whoever opens it waits for ever.
+  ASSERT_EQ(mkfifo((folder + "/pipe.desktop").constData(), 0600), 0);
   const auto listing = listFolder(folder);
   ASSERT_TRUE(listing);
-  EXPECT_EQ(matchNames({shownName("bad\xFF"), QStringLiteral("editor.desktop")}, *listing),
-            Found({"bad\xFF", "editor.desktop"}));
+  EXPECT_EQ(
+      matchNames({shownName("bad\xFF"), QStringLiteral("editor.desktop"), QStringLiteral("pipe.desktop")},
+                 *listing),
+      Found({"bad\xFF", "editor.desktop", "pipe.desktop"}));
   EXPECT_EQ(listing->titles, (std::vector<QString>{QStringLiteral("Editor"), QStringLiteral("Schreiber")}));
   EXPECT_FALSE(listFolder(folder + "/none"));
 }

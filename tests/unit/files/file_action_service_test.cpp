@@ -108,6 +108,13 @@ TEST_F(FileActionServiceTest, LateCautionsDoNotHoldUpThePlan) {
   EXPECT_EQ(plan.cautions[0], (Caution{u"What this command touches could not be checked in time."_s, 0, 0}));
 }
 
+TEST_F(FileActionServiceTest, InAFolderWhoseNameIsNoTextNothingIsChecked) {
+  selection = {{fileUrl("/tmp/\xFF/a.txt")}, {}, {}};
+  const auto plan = std::get<CommandPlan>(planned(u"ls > kept.txt"_s));
+  ASSERT_EQ(plan.cautions.size(), 1u);
+  EXPECT_EQ(plan.cautions[0], (Caution{u"What this command touches could not be checked."_s, 0, 0}));
+}
+
 TEST_F(FileActionServiceTest, OutcomeTellsHowTheCommandEnded) {
   using Kind = CommandEnd::Kind;
   struct Case {
@@ -126,6 +133,8 @@ TEST_F(FileActionServiceTest, OutcomeTellsHowTheCommandEnded) {
        {u"zip a"_s, u"part"_s, u"Command timed out after 60s and was stopped."_s, 143, true}},
       {{Kind::timedOut, {}, {}, 0, {}},
        {u"zip a"_s, {}, u"Command timed out after 60s and was stopped."_s, 143, true}},
+      {{Kind::stopped, "part", "lost", 0, u"Somebody ended it."_s},
+       {u"zip a"_s, u"part"_s, u"Somebody ended it."_s, 143, true}},
       {{Kind::tookTooMuch, "y\n", "lost", 137, {}},
        {u"zip a"_s, u"y\n"_s, u"Command was stopped: it wrote more output than memory can hold."_s, 137,
         true}},

@@ -5,6 +5,7 @@
 #include <sys/signalfd.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -31,6 +32,16 @@ void drain(FileDescriptor& pipe) {
 void askToEnd(pid_t processOrGroup) {
   kill(processOrGroup, SIGTERM);
   kill(processOrGroup, SIGCONT);
+}
+
+/// Their groups as well: a signal to a group reaches also what is forked at that moment. Nobody else is in
+/// them, since this process has a session of its own.
+void killDescendants() {
+  const pid_t ownGroup = getpgrp();
+  for (const Process& process : descendants()) {
+    kill(process.id, SIGKILL);
+    if (process.group > 1 && process.group != ownGroup) kill(-process.group, SIGKILL);
+  }
 }
 
 }  // namespace
@@ -142,7 +153,7 @@ void Supervisor::advance() {
       [[fallthrough]];
     case Phase::killed:
       if (!status_) kill(-shell_, SIGKILL);
-      for (const Process& process : descendants()) kill(process.id, SIGKILL);
+      killDescendants();
       if (!hasChildren_ || now >= stopped_ + killingTime) phase_ = Phase::over;
       if (phase_ == Phase::over || now >= stopped_ + reportAfterStop) endStop();
       break;
