@@ -21,7 +21,7 @@ QIcon menuIcon(const QString& symbol) {
 }  // namespace
 
 Tray::Tray(AppModel& model, SettingsStore& settings, AccessibilityAuthorization& accessibility,
-           UrlOpener& urlOpener, Actions actions)
+           UrlOpener& urlOpener, const Actions& actions)
     : model_(model), settings_(settings), accessibility_(accessibility), urlOpener_(urlOpener) {
   buildMenu(actions);
   icon_.setToolTip(u"Lumeno"_s);

@@ -25,7 +25,7 @@ class Tray {
 
   /// All must outlive the tray.
   Tray(AppModel& model, SettingsStore& settings, AccessibilityAuthorization& accessibility,
-       UrlOpener& urlOpener, Actions actions);
+       UrlOpener& urlOpener, const Actions& actions);
 
   /// A message of the desktop's own kind, for what cannot be said in the HUD.
   void showMessage(const QString& text);
