@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "onboarding/scenery_provider.h"
+#include "view_kit/icon_renderer.h"
 #include "view_kit/view_kit.h"
 
 // Outside every namespace, as the macro demands.
@@ -33,6 +34,7 @@ OnboardingWindow::OnboardingWindow(ViewKit& kit, const OnboardingServices& servi
       state_(services, std::move(onFinish)),
       demo_(services.scheduler) {
   setTitle(u"Welcome to Lumeno"_s);
+  setIcon(programIcon());
   setResizeMode(QQuickView::SizeRootObjectToView);
   initializeResources();
   if (!kit.engine().imageProvider(u"scenery"_s)) {

@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "settings_ui/application_icon_provider.h"
+#include "view_kit/icon_renderer.h"
 
 // Outside every namespace, as the macro demands.
 static void initializeResources() {
@@ -46,6 +47,7 @@ SettingsQuickWindow::SettingsQuickWindow(ViewKit& kit, Scheduler& scheduler,
   const auto setWindowColor = [this] { setColor(kit_.theme().colors().window); };
   connect(&kit.theme(), &Theme::colorsChanged, this, setWindowColor);
   setWindowColor();
+  setIcon(programIcon());
   const auto setTabTitle = [this] { setTitle(state_.tabName()); };
   connect(&state_, &SettingsState::tabChanged, this, setTabTitle);
   setTabTitle();

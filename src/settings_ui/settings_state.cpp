@@ -38,7 +38,6 @@ void choose(Preference<Enum>& preference, int index, qsizetype count) {
 
 SettingsState::SettingsState(const Services& services)
     : settings_(services.settings),
-      parts_(services.parts),
       recorder_(services.settings, services.keyRecorder, services.sound),
       models_(services.settings, services.modelLister),
       applications_(services.applications) {
@@ -123,11 +122,9 @@ QVariantList SettingsState::transforms() {
   return kinds;
 }
 
-QVariantList SettingsState::quickActions() const {
+QVariantList SettingsState::quickActions() {
   QVariantList kinds;
-  for (const IntentKind kind : quickActionKinds) {
-    if (kind != IntentKind::date || parts_.calendar) kinds.append(describe(kind));
-  }
+  for (const IntentKind kind : quickActionKinds) kinds.append(describe(kind));
   return kinds;
 }
 

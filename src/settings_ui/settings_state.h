@@ -13,13 +13,6 @@
 
 namespace lumeno {
 
-/// The parts of the program that a build or a machine may be without: their rows are then not shown.
-struct SettingsParts {
-  bool fileActions = true;
-  bool calendar = true;
-  bool haptics = true;
-};
-
 /// The settings as QML sees them, for as long as the window is open. Every assignment is in the store at
 /// once, and every change of the store is told. Main thread.
 class SettingsState : public QObject {
@@ -50,8 +43,6 @@ class SettingsState : public QObject {
   Q_PROPERTY(QStringList disabledActionKinds READ disabledActionKinds NOTIFY disabledActionKindsChanged)
   Q_PROPERTY(QVariantList disabledApps READ disabledApps NOTIFY disabledAppsChanged)
   Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
-  Q_PROPERTY(bool hasFileActions READ hasFileActions CONSTANT)
-  Q_PROPERTY(bool hasHaptics READ hasHaptics CONSTANT)
   Q_PROPERTY(lumeno::ShortcutRecorder* recorder READ recorder CONSTANT)
   Q_PROPERTY(lumeno::ModelList* models READ models CONSTANT)
   Q_PROPERTY(lumeno::ApplicationList* applications READ applications CONSTANT)
@@ -66,7 +57,6 @@ class SettingsState : public QObject {
     ModelLister modelLister;
     /// What is wrong with the file of the preferences, for the user; empty when all is well.
     Observable<QString>& preferenceProblem;
-    SettingsParts parts = {};
   };
   explicit SettingsState(const Services& services);
 
@@ -107,7 +97,7 @@ class SettingsState : public QObject {
 
   /// The kinds with a switch: maps with "kind" (the raw value), "title", "symbol" and "tint".
   [[nodiscard]] static QVariantList transforms();
-  [[nodiscard]] QVariantList quickActions() const;
+  [[nodiscard]] static QVariantList quickActions();
   /// Raw values.
   [[nodiscard]] QStringList disabledActionKinds() const;
   Q_INVOKABLE void setActionKind(const QString& kind, bool enabled);
@@ -120,8 +110,6 @@ class SettingsState : public QObject {
   Q_INVOKABLE void enableApp(const QString& name);
 
   [[nodiscard]] const QString& problem() const { return problem_; }
-  [[nodiscard]] bool hasFileActions() const { return parts_.fileActions; }
-  [[nodiscard]] bool hasHaptics() const { return parts_.haptics; }
   [[nodiscard]] ShortcutRecorder* recorder() { return &recorder_; }
   [[nodiscard]] ModelList* models() { return &models_; }
   [[nodiscard]] ApplicationList* applications() { return &applications_; }
@@ -137,7 +125,6 @@ class SettingsState : public QObject {
   void setDisabledApps(const QSet<QString>& names);
 
   SettingsStore& settings_;
-  SettingsParts parts_;
   ShortcutRecorder recorder_;
   ModelList models_;
   ApplicationList applications_;

@@ -64,4 +64,8 @@ QIcon symbolIcon(const QString& name, std::initializer_list<int> sizes, const QC
   return icon;
 }
 
+QIcon programIcon() {
+  return symbolIcon(u"lumeno"_s, {16, 24, 32, 48, 64, 128}, Qt::black);
+}
+
 }  // namespace lumeno

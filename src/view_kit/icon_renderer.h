@@ -24,4 +24,7 @@ enum class SymbolLayers { equal, subdued };
 /// The symbol as an icon for trays and menus, in each of `sizes` (device pixels).
 [[nodiscard]] QIcon symbolIcon(const QString& name, std::initializer_list<int> sizes, const QColor& color);
 
+/// The program's own icon, for the desktop to show with a window.
+[[nodiscard]] QIcon programIcon();
+
 }  // namespace lumeno

@@ -165,7 +165,7 @@ class Reviewing(FileManagerTest):
         self.plan("blocked", "touch ran; killall")
         self.wait_for_name("This command was blocked because it force-quits running apps.")
         self.screenshot("files-blocked")
-        run = self.view.find("Run")
+        run = self.wait_for_name("Run")
         if run.get_n_actions():
             run.do_action(0)
         click(*center(run))
@@ -179,7 +179,7 @@ class Reviewing(FileManagerTest):
 
     def test_cautions_are_shown_before_the_command_runs(self):
         self.plan("careful", "rm -r one.txt")
-        self.assertTrue(self.view.find_containing("Deletes"))
+        self.wait_for_view("a caution", lambda: self.view.find_containing("Deletes"), 5)
         self.assertTrue(self.is_there("one.txt"))
         self.screenshot("files-careful")
         self.view.press("Edit request")

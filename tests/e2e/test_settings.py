@@ -30,7 +30,8 @@ class SettingsTest(DesktopTest):
         self.view.press(tab)
 
     def is_checked(self, name):
-        return self.view.find(name).get_state_set().contains(Atspi.StateType.CHECKED)
+        switch = wait_for(f"“{name}”", lambda: self.view.pressable(name))
+        return switch.get_state_set().contains(Atspi.StateType.CHECKED)
 
     def open_editor(self, text):
         self.editor = self.start_application("mousepad", "--disable-server", self.write_file("note.txt", text),
@@ -123,7 +124,7 @@ class Behaviour(SettingsTest):
     def test_the_shortcut_is_recorded_and_works(self):
         self.open_settings()
         wait_for("the window to have the keyboard", lambda: desktop.active_window() in self.settings_windows())
-        shown = lambda: self.view.pressable("Shortcut").get_description().split("\n")[0]
+        shown = lambda: wait_for("the recorder", lambda: self.view.pressable("Shortcut")).get_description().split("\n")[0]
         self.assertEqual(shown(), "⌥⌘Space")
         self.view.press("Shortcut")
         wait_for("the recorder to wait", lambda: shown() == "Press keys…")

@@ -26,23 +26,18 @@ Column {
     SettingsGroup {
         width: appearance.width
         title: "Feedback"
-        caption: settings.hasHaptics ? "Haptics use the Force Touch trackpad and follow your system settings." : ""
+        caption: "Haptics use the Force Touch trackpad and follow your system settings."
 
         SwitchRow {
             text: "Play a sound when a result is ready"
             checked: settings.resultSoundEnabled
             onToggled: on => settings.resultSoundEnabled = on
         }
-        Loader {
-            width: parent.width
-            active: settings.hasHaptics
-            visible: active
-            sourceComponent: SwitchRow {
-                text: "Haptic tap when a result is ready"
-                checked: settings.hapticsEnabled
-                onToggled: on => settings.hapticsEnabled = on
-                separated: true
-            }
+        SwitchRow {
+            text: "Haptic tap when a result is ready"
+            checked: settings.hapticsEnabled
+            onToggled: on => settings.hapticsEnabled = on
+            separated: true
         }
     }
     SettingsGroup {

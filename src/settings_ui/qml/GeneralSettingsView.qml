@@ -64,20 +64,16 @@ Column {
             }
         }
     }
-    Loader {
+    SettingsGroup {
         width: general.width
-        active: settings.hasFileActions
-        visible: active
-        sourceComponent: SettingsGroup {
-            title: "Finder file actions"
-            caption: "Select files in Finder to get a natural-language command bar. Your local AI turns the request "
-                + "into a shell command, which you review before it runs."
+        title: "Finder file actions"
+        caption: "Select files in Finder to get a natural-language command bar. Your local AI turns the request "
+            + "into a shell command, which you review before it runs."
 
-            SwitchRow {
-                text: "Show actions for files selected in Finder"
-                checked: settings.fileActionsEnabled
-                onToggled: on => settings.fileActionsEnabled = on
-            }
+        SwitchRow {
+            text: "Show actions for files selected in Finder"
+            checked: settings.fileActionsEnabled
+            onToggled: on => settings.fileActionsEnabled = on
         }
     }
     DisabledApps { width: general.width }

@@ -17,7 +17,7 @@ namespace lumeno {
 /// The real store on fakes of the system, and a model server that answers when it is told to.
 class SettingsFixture : public testing::Test {
  protected:
-  [[nodiscard]] SettingsState::Services services(SettingsParts parts = {}) {
+  [[nodiscard]] SettingsState::Services services() {
     return {.settings = settings,
             .keyRecorder = keys,
             .sound = devices,
@@ -29,8 +29,7 @@ class SettingsFixture : public testing::Test {
                   questions.push_back(question);
                   return Job([question] { *question = nullptr; });
                 },
-            .preferenceProblem = problem,
-            .parts = parts};
+            .preferenceProblem = problem};
   }
   /// Whether somebody still waits for the answer to a question (0 is the first).
   [[nodiscard]] bool isWaiting(size_t question) const {

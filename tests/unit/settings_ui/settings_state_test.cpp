@@ -35,8 +35,6 @@ TEST_F(SettingsStateTest, WhatIsOffered) {
       titlesOf(SettingsState::accentThemes(), u"label"_s),
       (QStringList{u"System"_s, u"Blue"_s, u"Indigo"_s, u"Purple"_s, u"Pink"_s, u"Teal"_s, u"Orange"_s}));
   EXPECT_EQ(displayTitle(IntentKind::unknown), u"Context"_s);
-  SettingsState without(services({.fileActions = false, .calendar = false, .haptics = false}));
-  EXPECT_FALSE(titlesOf(without.quickActions()).contains(u"Date"_s));
 }
 
 TEST_F(SettingsStateTest, ChoicesAreStoredAtOnce) {

@@ -39,8 +39,8 @@ class SettingsWindowTest : public SettingsFixture {
     qInstallMessageHandler(previousHandler_);
   }
 
-  void open(SettingsParts parts = {}) {
-    window.emplace(kit, scheduler, services(parts));
+  void open() {
+    window.emplace(kit, scheduler, services());
     window->show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(view()));
   }
@@ -366,15 +366,6 @@ TEST_F(SettingsWindowTest, OneWindowAsHighAsItsTab) {
   EXPECT_FALSE(gone);
   window->show();
   EXPECT_EQ(view()->title(), u"General"_s);
-}
-
-TEST_F(SettingsWindowTest, WhatIsMissingIsNotShown) {
-  open({.fileActions = false, .calendar = false, .haptics = false});
-  EXPECT_FALSE(named(u"Show actions for files selected in Finder"_s, checkBox));
-  tab(u"Actions"_s);
-  EXPECT_FALSE(named(u"Date"_s, checkBox));
-  tab(u"Appearance"_s);
-  EXPECT_FALSE(named(u"Haptic tap when a result is ready"_s, checkBox));
 }
 
 TEST_F(SettingsWindowTest, TroublesAreSaid) {
