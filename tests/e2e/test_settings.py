@@ -47,7 +47,7 @@ class Window(SettingsTest):
         for tab, switches in SWITCHES.items():
             self.open_settings(tab)
             for label, stored_key in switches.items():
-                before = wait_for(f"“{label}”", lambda label=label: self.view.find(label)) and self.is_checked(label)
+                before = self.is_checked(label)
                 for expected in (not before, before):
                     self.view.press(label)
                     wait_for(f"{stored_key} to be {expected}",
@@ -124,7 +124,10 @@ class Behaviour(SettingsTest):
     def test_the_shortcut_is_recorded_and_works(self):
         self.open_settings()
         wait_for("the window to have the keyboard", lambda: desktop.active_window() in self.settings_windows())
-        shown = lambda: wait_for("the recorder", lambda: self.view.pressable("Shortcut")).get_description().split("\n")[0]
+        def shown():
+            recorder = wait_for("the recorder", lambda: self.view.pressable("Shortcut"))
+            return recorder.get_description().split("\n")[0]
+
         self.assertEqual(shown(), "⌥⌘Space")
         self.view.press("Shortcut")
         wait_for("the recorder to wait", lambda: shown() == "Press keys…")
