@@ -150,11 +150,15 @@ TEST_F(EdsCalendarStoreTest, EventsAreSavedAsTheyAre) {
 }
 
 TEST_F(EdsCalendarStoreTest, SavingTwiceAtOnceLeavesOneEvent) {
+  // Two programs that ask while the service makes the calendar for the very first time now and then find it
+  // read-only for as long as both are there. That is the service's own race; here the calendar exists.
+  EXPECT_EQ(titleIn(calendar(store)), u"Personal"_s);
   const CalendarEvent twice = event(u"twice"_s, start);
-  int answers = 0;
-  const auto count = [&](const Kept& kept) { answers += titleIn(kept) == u"Personal"_s; };
-  const Job jobs[] = {store.save(twice, count), store.save(twice, count)};
-  EXPECT_TRUE(waitUntil([&] { return answers == 2; }));
+  QStringList answers;
+  const auto take = [&](const Kept& kept) { answers << titleIn(kept); };
+  const Job jobs[] = {store.save(twice, take), store.save(twice, take)};
+  EXPECT_TRUE(waitUntil([&] { return answers.size() == 2; }));
+  EXPECT_EQ(answers, (QStringList{u"Personal"_s, u"Personal"_s}));
   EXPECT_EQ(eventsLike(twice).size(), 1);
 }
 
