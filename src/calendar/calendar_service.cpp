@@ -41,11 +41,11 @@ std::optional<CalendarDraft> draftFrom(const QString& text, const detect::Surrou
   return CalendarDraft{draftTitle(text), match->date, match->date.addSecs(duration), QString()};
 }
 
-QString confirmation(const CalendarDraft& draft, const CalendarStore::Saved& saved) {
+CalendarAddition addition(const CalendarDraft& draft, const CalendarStore::Saved& saved) {
   if (saved.state == CalendarStore::Saved::State::opened)
-    return u"Opened in "_s + saved.calendarTitle + u". Confirm it there."_s;
-  return u"Added “"_s + draft.title + u"” to "_s + saved.calendarTitle + u" on "_s +
-         DateTexts::current().moment(draft.startDate) + u'.';
+    return {u"Opened in "_s + saved.calendarTitle + u". Confirm it there."_s, false};
+  return {u"Added “"_s + draft.title + u"” to "_s + saved.calendarTitle + u" on "_s +
+          DateTexts::current().moment(draft.startDate) + u'.'};
 }
 
 /// The steps of one draft; they end with its handle.
@@ -64,7 +64,8 @@ struct DraftTask {
 /// The steps of one save; they end by themselves.
 struct CalendarService::Save {
   CalendarDraft draft;
-  std::function<void(std::variant<QString, CalendarFailure>)> done;  ///< empty when nobody wants the answer
+  std::function<void(std::variant<CalendarAddition, CalendarFailure>)>
+      done;  ///< empty when nobody wants the answer
   Job step;
 };
 
@@ -107,7 +108,7 @@ Job CalendarService::makeDraft(const QString& text, std::function<void(DraftAnsw
 }
 
 Job CalendarService::add(const CalendarDraft& draft,
-                         std::function<void(std::variant<QString, CalendarFailure>)> done) {
+                         std::function<void(std::variant<CalendarAddition, CalendarFailure>)> done) {
   auto save = std::make_shared<Save>(Save{draft, std::move(done), Job()});
   saves_.push_back(save);
   save->step = store_.requestWriteAccess([this, weak = std::weak_ptr(save)](CalendarStore::Access access) {
@@ -132,13 +133,13 @@ void CalendarService::save(const std::shared_ptr<Save>& save) {
     if (const auto* failure = std::get_if<CalendarStore::Failure>(&answer)) {
       finish(save, failureOf(*failure));
     } else {
-      finish(save, confirmation(save->draft, std::get<CalendarStore::Saved>(answer)));
+      finish(save, addition(save->draft, std::get<CalendarStore::Saved>(answer)));
     }
   });
 }
 
 void CalendarService::finish(const std::shared_ptr<Save>& save,
-                             std::variant<QString, CalendarFailure> answer) {
+                             std::variant<CalendarAddition, CalendarFailure> answer) {
   std::erase(saves_, save);
   if (const auto done = std::exchange(save->done, nullptr)) done(std::move(answer));
 }

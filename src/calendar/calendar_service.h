@@ -19,6 +19,12 @@ struct CalendarFailure {
   QString message;
 };
 
+/// What has become of a draft that was added.
+struct CalendarAddition {
+  QString message;      ///< as told to the user
+  bool isSaved = true;  ///< false: it was handed to another program, in which the user confirms it
+};
+
 /// Turns text into an event draft and saves a confirmed draft. Main thread; no answer is given before the
 /// call returns.
 class CalendarService {
@@ -36,14 +42,14 @@ class CalendarService {
   [[nodiscard]] Job makeDraft(const QString& text,
                               std::function<void(std::variant<CalendarDraft, CalendarFailure>)> done);
 
-  /// Delivers the confirmation text. Dropping the handle drops the answer, not the save.
+  /// Dropping the handle drops the answer, not the save.
   [[nodiscard]] Job add(const CalendarDraft& draft,
-                        std::function<void(std::variant<QString, CalendarFailure>)> done);
+                        std::function<void(std::variant<CalendarAddition, CalendarFailure>)> done);
 
  private:
   struct Save;
   void save(const std::shared_ptr<Save>& save);
-  void finish(const std::shared_ptr<Save>& save, std::variant<QString, CalendarFailure> answer);
+  void finish(const std::shared_ptr<Save>& save, std::variant<CalendarAddition, CalendarFailure> answer);
 
   CalendarStore& store_;
   Scheduler& scheduler_;

@@ -64,11 +64,21 @@ Format momentFormat(const icu::Locale& locale) {
   return format;
 }
 
+/// The locale of a name such as "sr_RS.UTF-8@latin". The toolkit takes no notice of what follows the "@".
+QLocale localeNamed(const QString& name) {
+  const QLocale locale(name);
+  const QString modifier = name.section(u'@', 1);
+  const QLocale::Script script = modifier == "latin"_L1      ? QLocale::LatinScript
+                                 : modifier == "cyrillic"_L1 ? QLocale::CyrillicScript
+                                                             : locale.script();
+  return QLocale(locale.language(), script, locale.territory());
+}
+
 /// What the user's environment says of dates; the toolkit's system locale goes by the language of numbers.
 QLocale localeForDates() {
   for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
     const QString name = qEnvironmentVariable(variable);
-    if (!name.isEmpty()) return QLocale(name);
+    if (!name.isEmpty()) return localeNamed(name);
   }
   return QLocale::system();
 }

@@ -88,12 +88,16 @@ void AppModel::Private::confirmCalendar() {
   if (!confirm || !collaborators_.calendar) return;
   const CalendarDraft draft = confirm->draft;
   setPhase(phase::Generating{addingToCalendar(), QString()});
-  generateTask_ =
-      collaborators_.calendar->add(draft, [this](const std::variant<QString, CalendarFailure>& answer) {
-        const auto* failure = std::get_if<CalendarFailure>(&answer);
-        showResult(false,
-                   failure ? makeResult(IntentKind::date, u"Couldn’t add event"_s, failure->message)
-                           : makeResult(IntentKind::date, u"Added to Calendar"_s, std::get<QString>(answer)));
+  generateTask_ = collaborators_.calendar->add(
+      draft, [this](const std::variant<CalendarAddition, CalendarFailure>& answer) {
+        if (const auto* failure = std::get_if<CalendarFailure>(&answer)) {
+          showResult(false, makeResult(IntentKind::date, u"Couldn’t add event"_s, failure->message));
+          return;
+        }
+        const auto& [message, isSaved] = std::get<CalendarAddition>(answer);
+        // Where another program asks once more, nothing is in the calendar yet.
+        const QString title = isSaved ? u"Added to Calendar"_s : u"Not added yet"_s;
+        showResult(false, makeResult(IntentKind::date, title, message));
       });
 }
 

@@ -117,8 +117,8 @@ Job EdsCalendarStore::save(const CalendarEvent& event,
   const QJsonObject request = {{"request"_L1, "save"_L1},
                                {"uid"_L1, icalendar::eventUid(event)},
                                {"title"_L1, icalendar::withoutControlCharacters(event.title)},
-                               {"start"_L1, event.start.toSecsSinceEpoch()},
-                               {"end"_L1, event.end.toSecsSinceEpoch()},
+                               {"start"_L1, QString::fromLatin1(zone.dateTime(event.start))},
+                               {"end"_L1, QString::fromLatin1(zone.dateTime(event.end))},
                                {"zone"_L1, QString::fromLatin1(zone.name())}};
   const EdsHelperCall::Question question{helper_, request, saveDeadline, EdsHelperCall::WhenDropped::finish};
   return EdsHelperCall::ask(

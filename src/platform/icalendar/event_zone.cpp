@@ -34,7 +34,7 @@ bool isDoubled(const QTimeZone& zone, const QDateTime& moment) {
   return next.atUtc.isValid() && moment.secsTo(next.atUtc) <= offset - next.offsetFromUtc;
 }
 
-QByteArray dateTime(const QDateTime& moment, int offset) {
+QByteArray wallClock(const QDateTime& moment, int offset) {
   return moment.toUTC().addSecs(offset).toString(u"yyyyMMdd'T'HHmmss"_s).toLatin1();
 }
 
@@ -54,9 +54,12 @@ EventZone::EventZone(const QDateTime& start, const QDateTime& end)
   if (!isSharedName(zone_.id()) || isDoubled(zone_, start) || isDoubled(zone_, end)) zone_ = QTimeZone();
 }
 
+QByteArray EventZone::dateTime(const QDateTime& moment) const {
+  return zone_.isValid() ? wallClock(moment, zone_.offsetFromUtc(moment)) : wallClock(moment, 0) + 'Z';
+}
+
 QByteArray EventZone::property(const QByteArray& name, const QDateTime& moment) const {
-  if (!zone_.isValid()) return name + ':' + dateTime(moment, 0) + 'Z';
-  return name + ";TZID=" + zone_.id() + ':' + dateTime(moment, zone_.offsetFromUtc(moment));
+  return name + (zone_.isValid() ? ";TZID=" + zone_.id() : QByteArray()) + ':' + dateTime(moment);
 }
 
 void EventZone::addDefinition(ContentLines& lines) const {
@@ -76,7 +79,7 @@ void EventZone::addObservance(ContentLines& lines, const QDateTime& moment) cons
   const QByteArray kind = zone_.isDaylightTime(moment) ? "DAYLIGHT" : "STANDARD";
   lines.add("BEGIN:" + kind);
   // When it began, on the clock before it; without a beginning any time before the event will do.
-  lines.add("DTSTART:" + (hasChange ? dateTime(change.atUtc, before) : "16010101T000000"));
+  lines.add("DTSTART:" + (hasChange ? wallClock(change.atUtc, before) : "16010101T000000"));
   lines.add("TZOFFSETFROM:" + offsetText(before));
   lines.add("TZOFFSETTO:" + offsetText(offset));
   lines.addText("TZNAME", zone_.abbreviation(moment));

@@ -19,6 +19,9 @@ class EventZone {
   /// The Olson name; empty for UTC.
   [[nodiscard]] QByteArray name() const { return zone_.isValid() ? zone_.id() : QByteArray(); }
 
+  /// "20261116T150000" on the wall clock of the zone, "20261116T140000Z" in UTC.
+  [[nodiscard]] QByteArray dateTime(const QDateTime& moment) const;
+
   /// "DTSTART;TZID=Europe/Berlin:20261116T150000" for the name "DTSTART".
   [[nodiscard]] QByteArray property(const QByteArray& name, const QDateTime& moment) const;
 

@@ -47,9 +47,9 @@ class CalendarServiceTest : public testing::Test {
   /// What adding says, of success or failure.
   QString add(const CalendarDraft& draft) {
     QString text;
-    const Job job = service.add(draft, [&](const std::variant<QString, CalendarFailure>& answer) {
+    const Job job = service.add(draft, [&](const std::variant<CalendarAddition, CalendarFailure>& answer) {
       const auto* failure = std::get_if<CalendarFailure>(&answer);
-      text = failure ? failure->message : std::get<QString>(answer);
+      text = failure ? failure->message : std::get<CalendarAddition>(answer).message;
     });
     EXPECT_TRUE(text.isEmpty()) << "answered before the call returned";
     scheduler.advance(0);

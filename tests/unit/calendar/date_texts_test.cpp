@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "support/print_text.h"
 
 namespace lumeno {
@@ -72,11 +74,28 @@ TEST(DateTexts, GoByTheClockOfTheZone) {
 }
 
 TEST(DateTexts, LocaleForDatesIsThatOfTheEnvironment) {
-  for (const char* variable : {"LC_ALL", "LC_TIME"}) {
-    const QByteArray before = qgetenv(variable);
-    qputenv(variable, "de_DE.UTF-8");
-    EXPECT_TRUE(DateTexts::current().moment(utc(2026, 11, 16, 12)).contains(u"16.11.2026 um "_s)) << variable;
-    qputenv(variable, before);
+  std::map<const char*, QByteArray> before;
+  for (const char* variable : {"LC_ALL", "LC_TIME", "LANG", "TZ"}) {
+    before[variable] = qgetenv(variable);
+    qunsetenv(variable);
+  }
+  qputenv("TZ", "UTC");
+  const auto now = [] { return DateTexts::current().moment(utc(2026, 11, 16, 12)); };
+  // Each is stronger than those before it.
+  const struct {
+    const char* variable;
+    const char* locale;
+    QString moment;
+  } cases[] = {{"LANG", "fr_FR.UTF-8", u"16 nov. 2026 à 12:00"_s},
+               {"LC_TIME", "sr_RS@latin", u"16. 11. 2026. 12:00"_s},
+               {"LC_TIME", "uz_UZ.UTF-8@cyrillic", u"16 ноя, 2026 12:00"_s},
+               {"LC_ALL", "de_DE.UTF-8", u"16.11.2026 um 12:00"_s}};
+  for (const auto& test : cases) {
+    qputenv(test.variable, test.locale);
+    EXPECT_EQ(now(), test.moment) << test.locale;
+  }
+  for (const auto& [variable, value] : before) {
+    value.isNull() ? qunsetenv(variable) : qputenv(variable, value);
   }
 }
 

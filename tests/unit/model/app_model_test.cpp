@@ -385,6 +385,17 @@ TEST_F(AppModelTest, DateChipDraftsAndSavesAnEvent) {
   EXPECT_EQ(devices.cues, (QStringList{u"tap"_s, u"Tink"_s}));
 }
 
+TEST_F(AppModelTest, AnEventHandedToAnotherProgramIsNotCalledAdded) {
+  calendarStore.saveAnswer = CalendarStore::Saved{u"Planner"_s, CalendarStore::Saved::State::opened};
+  presentSelection(u"Tea on March 3, 2031"_s);
+  model->run(chip(IntentKind::date));
+  scheduler.advance(0);
+  model->confirmCalendar();
+  scheduler.advance(0);
+  EXPECT_EQ(result().title, u"Not added yet"_s);
+  EXPECT_EQ(result().body, u"Opened in Planner. Confirm it there."_s);
+}
+
 TEST_F(AppModelTest, CalendarFailuresAreResults) {
   presentSelection(u"Tea on March 3, 2031"_s);
   calendarStore.saveAnswer = CalendarStore::Failure{CalendarStore::Failure::Reason::other, u"Full."_s};
@@ -413,6 +424,17 @@ TEST_F(AppModelTest, LateCalendarAnswersAreDropped) {
   phases.clear();
   scheduler.advance(5000);
   EXPECT_TRUE(phases.isEmpty());
+
+  // A save that was confirmed is carried out, but no longer shown once the user has gone back.
+  calendarStore.answerTime = std::chrono::milliseconds(0);
+  presentSelection(u"Lunch on March 4, 2031"_s);
+  model->run(chip(IntentKind::date));
+  scheduler.advance(0);
+  model->confirmCalendar();
+  model->back();
+  scheduler.advance(0);
+  EXPECT_EQ(calendarStore.saved.size(), 1U);
+  EXPECT_EQ(phase(), u"suggestions"_s);
 }
 
 // Results

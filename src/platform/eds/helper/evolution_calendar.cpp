@@ -56,24 +56,25 @@ std::variant<Connection, Failure> connect() {
       {QString::fromUtf8(e_source_get_display_name(source.get())), !e_client_is_readonly(client)}};
 }
 
-/// A moment on the clock of a zone. The zone must be the library's own, by its own name: under any other the
-/// service does not find the event when it is asked what happens on a day.
-Object<ICalTime> timeAt(qint64 seconds, ICalTimezone* zone) {
-  const Object<ICalTime> inUtc(
-      i_cal_time_new_from_timet_with_zone(seconds, FALSE, i_cal_timezone_get_utc_timezone()));
-  return Object<ICalTime>(i_cal_time_convert_to_zone(inUtc.get(), zone));
+/// A time on the clock of a zone, as it is written: of some years the library knows another offset than the
+/// system does, so it must not be asked to convert. The zone must be the library's own, by its own name:
+/// under any other the service does not find the event when it is asked what happens on a day.
+Object<ICalTime> timeOf(const QByteArray& text, ICalTimezone* zone) {
+  Object<ICalTime> time(i_cal_time_new_from_string(text.constData()));
+  if (zone && !i_cal_time_is_utc(time.get())) i_cal_time_set_timezone(time.get(), zone);
+  return time;
 }
 
 Object<ICalComponent> componentOf(const Event& event) {
   ICalTimezone* const utc = i_cal_timezone_get_utc_timezone();
-  ICalTimezone* const known = i_cal_timezone_get_builtin_timezone(event.zone.constData());
-  ICalTimezone* const zone = known ? known : utc;
+  // A zone that the library does not know leaves the wall clock as it is, in whatever zone one reads it.
+  ICalTimezone* const zone = i_cal_timezone_get_builtin_timezone(event.zone.constData());
   Object<ICalComponent> component(i_cal_component_new_vevent());
-  i_cal_component_set_uid(component.get(), event.uid.toUtf8().constData());
-  i_cal_component_set_summary(component.get(), event.title.toUtf8().constData());
+  i_cal_component_set_uid(component.get(), event.uid.constData());
+  i_cal_component_set_summary(component.get(), event.title.constData());
   i_cal_component_set_dtstamp(component.get(), Object<ICalTime>(i_cal_time_new_current_with_zone(utc)).get());
-  i_cal_component_set_dtstart(component.get(), timeAt(event.start, zone).get());
-  i_cal_component_set_dtend(component.get(), timeAt(event.end, zone).get());
+  i_cal_component_set_dtstart(component.get(), timeOf(event.start, zone).get());
+  i_cal_component_set_dtend(component.get(), timeOf(event.end, zone).get());
   return component;
 }
 

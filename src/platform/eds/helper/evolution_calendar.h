@@ -22,12 +22,11 @@ struct Failure {
 [[nodiscard]] std::variant<Calendar, Failure> defaultCalendar();
 
 struct Event {
-  QString uid;
-  QString title;
-  qint64 start = 0;  ///< seconds since 1970
-  qint64 end = 0;
-  /// The Olson name of the zone whose wall clock the event is to keep. One that is not known counts as UTC.
-  QByteArray zone;
+  QByteArray uid;
+  QByteArray title;
+  QByteArray start;  ///< as iCalendar writes it: "20261116T150000", or "20261116T140000Z" in UTC
+  QByteArray end;
+  QByteArray zone;  ///< the Olson name of the zone whose wall clock the event is to keep; empty in UTC
 };
 
 /// Saves an event in the default calendar. One whose UID is there already is taken as saved.

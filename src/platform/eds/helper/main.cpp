@@ -2,9 +2,9 @@
 // input and writes one to standard output.
 //
 //   {"request": "defaultCalendar"}            the calendar that new events go to
-//   {"request": "save", "uid": "…", "title": "…", "start": 1794837600, "end": 1794841200,
-//    "zone": "Europe/Berlin"}                 saves an event in it, and tells which it was; times are in
-//                                             seconds since 1970
+//   {"request": "save", "uid": "…", "title": "…", "start": "20261116T150000", "end": "20261116T160000",
+//    "zone": "Europe/Berlin"}                 saves an event in it, and tells which it was; times are on the
+//                                             wall clock of the zone, or end in Z and are UTC
 //
 //   {"calendar": {"title": "Personal", "isWritable": true}}
 //   {"failure": "refused" | "noCalendar" | "other", "message": "…"}
@@ -47,8 +47,8 @@ QJsonObject toJson(const std::variant<Calendar, Failure>& answer) {
 }
 
 Event eventIn(const QJsonObject& request) {
-  return {request["uid"_L1].toString(), request["title"_L1].toString(), request["start"_L1].toInteger(),
-          request["end"_L1].toInteger(), request["zone"_L1].toString().toUtf8()};
+  const auto text = [&](QLatin1StringView field) { return request[field].toString().toUtf8(); };
+  return {text("uid"_L1), text("title"_L1), text("start"_L1), text("end"_L1), text("zone"_L1)};
 }
 
 QJsonObject answerTo(const QJsonObject& request) {
