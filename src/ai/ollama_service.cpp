@@ -16,7 +16,6 @@ namespace {
 constexpr auto probeTimeout = 1500ms;
 constexpr auto modelListTimeout = 2000ms;
 constexpr auto generationTimeout = 30s;
-constexpr int statusOk = 200;
 
 std::optional<AIFailure> failure(const HttpOutcome& outcome) {
   switch (outcome.kind) {

@@ -35,7 +35,7 @@ struct DateToken {
 /// `lookBack` behind the furthest one read so far.
 class DateTokens {
  public:
-  static constexpr std::size_t lookBack = 200;
+  static constexpr std::size_t lookBack = 255;
 
   explicit DateTokens(QStringView text);
   ~DateTokens();
@@ -67,7 +67,7 @@ class DateTokens {
   std::size_t made_ = 0;
   std::uint64_t reread_ = 0;  ///< characters read again for phrases
   std::uint64_t looks_ = 0;   ///< tokens looked at
-  std::array<DateToken, 256> ring_;
+  std::array<DateToken, lookBack + 1> ring_;
 };
 
 }  // namespace lumeno::detect
