@@ -55,6 +55,28 @@ std::vector<QStringView> split(QStringView s, IsSeparator isSeparator) {
 
 }  // namespace
 
+char32_t characterAt(QStringView s, qsizetype position) {
+  const QChar unit = s[position];
+  const bool isPair = unit.isHighSurrogate() && position + 1 < s.size() && s[position + 1].isLowSurrogate();
+  return isPair ? QChar::surrogateToUcs4(unit, s[position + 1]) : unit.unicode();
+}
+
+bool isUnseen(char32_t c) {
+  if (c >= 0x20 && c < 0x7F) return false;
+  switch (QChar::category(c)) {
+    case QChar::Other_Control:
+      return c != U'\n' && c != U'\t';
+    case QChar::Other_Format:
+    case QChar::Other_Surrogate:
+    case QChar::Separator_Line:
+    case QChar::Separator_Paragraph:
+      return true;
+    default:
+      // The fillers of Hangul and the mark of an object that is not there.
+      return c == 0x115F || c == 0x1160 || c == 0x3164 || c == 0xFFA0 || c == 0xFFFC;
+  }
+}
+
 bool isTrimmable(char16_t c) {
   return isLineBreak(c) || c == u'\t' || u_charType(c) == U_SPACE_SEPARATOR;
 }

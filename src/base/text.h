@@ -16,6 +16,13 @@ namespace lumeno::text {
 /// `s` without leading and trailing white space and line breaks (a view into `s`).
 [[nodiscard]] QStringView trimmed(QStringView s);
 
+/// The character at `position`, which half a character alone counts as too.
+[[nodiscard]] char32_t characterAt(QStringView s, qsizetype position);
+
+/// Whether a character shows nothing of its own or rearranges what is around it: controls (the line feed and
+/// the tab are seen), formats, joiners among them, halves of characters, fillers.
+[[nodiscard]] bool isUnseen(char32_t c);
+
 /// The number of user-perceived characters (grapheme clusters).
 [[nodiscard]] qsizetype characterCount(QStringView s);
 

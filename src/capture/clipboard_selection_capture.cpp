@@ -4,6 +4,7 @@
 
 #include "capture/current_step.h"
 #include "capture/selection_reading.h"
+#include "records/file_selection.h"
 
 namespace lumeno {
 
@@ -167,8 +168,10 @@ class ClipboardSelectionCapture::FileRun final : public RunFor<std::vector<QUrl>
     return owner_.keystrokes_.sendCopyFiles(window_, std::move(pressed));
   }
   Job read() override {
-    return owner_.pasteboard_.readFileUrls(
-        [this](std::optional<std::vector<QUrl>> urls) { finish(std::move(urls)); });
+    return owner_.pasteboard_.readFileUrls([this](std::optional<std::vector<QUrl>> urls) {
+      if (urls && !areInOneFolder(*urls)) urls.reset();
+      finish(std::move(urls));
+    });
   }
 };
 

@@ -44,7 +44,7 @@ class ClipboardSelectionCapture {
                             std::function<void(std::optional<QString>)> done);
 
   /// The local files that the file manager in `window` has selected, by its copy command, in its order;
-  /// absent when nothing was copied. Otherwise as `capture`.
+  /// absent when nothing was copied, or items of several folders were. Otherwise as `capture`.
   [[nodiscard]] Job captureFiles(uint64_t window, std::function<void(std::optional<std::vector<QUrl>>)> done);
 
  private:

@@ -332,11 +332,13 @@ void SelectionObserver::Private::continueCapture(std::shared_ptr<const Answer> a
     return;
   }
   using CopyKey = ClipboardSelectionCapture::CopyKey;
-  const bool isTerminal = sourceOf(capture_->application, answer->role).isTerminal;
+  // In a file manager the key would copy files, whose paths are no text that the user has selected.
+  const bool isKeyRight =
+      !sourceOf(capture_->application, answer->role).isTerminal && !isFileManager(capture_->application);
   capture_->step.begin([&] {
     return clipboardCapture_.capture(
         capture_->application ? capture_->application->window : 0,
-        isTerminal ? CopyKey::forbidden : CopyKey::allowed,
+        isKeyRight ? CopyKey::allowed : CopyKey::forbidden,
         [this, frame = answer->frame, role = answer->role](std::optional<QString> text) {
           const bool isSameAsBefore = accessibility_.isTrusted() &&
                                       isSameWindow(capture_->application, workspace_.frontmostApplication());

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "capture/application_rules.h"
+
 namespace lumeno {
 
 using namespace Qt::StringLiterals;
@@ -16,10 +18,11 @@ constexpr auto pollInterval = 600ms;
 
 class FinderSelectionObserver::Private {
  public:
-  Private(FileManager& fileManager, Workspace& workspace, AccessibilityAuthorization& accessibility,
-          ClipboardSelectionCapture& capture, Scheduler& scheduler)
+  Private(FileManager& fileManager, Workspace& workspace, AccessibilityAuthorization& authorization,
+          Accessibility& accessibility, ClipboardSelectionCapture& capture, Scheduler& scheduler)
       : fileManager_(fileManager),
         workspace_(workspace),
+        authorization_(authorization),
         accessibility_(accessibility),
         capture_(capture),
         scheduler_(scheduler) {}
@@ -55,10 +58,10 @@ class FinderSelectionObserver::Private {
                                                  [this, weak = std::weak_ptr(request)](auto urls) {
                                                    const auto current = weak.lock();
                                                    if (!current) return;
-                                                   if (urls || !accessibility_.isTrusted().get()) {
+                                                   if (urls || !authorization_.isTrusted().get()) {
                                                      answer(*current, std::move(urls));
                                                    } else {
-                                                     askByCopying(current);
+                                                     lookAtFocus(current);
                                                    }
                                                  });
     }
@@ -79,8 +82,7 @@ class FinderSelectionObserver::Private {
 
   [[nodiscard]] std::optional<RunningApplication> frontmostFileManager() const {
     auto application = workspace_.frontmostApplication();
-    if (!application || application->bundleIdentifier != fileManagerBundleIdentifier) return std::nullopt;
-    return application;
+    return isFileManager(application) ? application : std::nullopt;
   }
 
   [[nodiscard]] bool areWeInFront() const {
@@ -144,14 +146,27 @@ class FinderSelectionObserver::Private {
 
   /// A strip along the bottom edge of the file manager's window.
   [[nodiscard]] std::optional<Rect> anchor() const {
-    if (!accessibility_.isTrusted().get()) return std::nullopt;
+    if (!authorization_.isTrusted().get()) return std::nullopt;
     const auto frame = fileManager_.frontWindowFrame();
     if (!frame || frame->width <= 0 || frame->height <= 0) return std::nullopt;
     return Rect{frame->x, frame->y + frame->height - 1, frame->width, 1};
   }
 
-  void askByCopying(const std::shared_ptr<Request>& request) {
-    if (!isStillInFront(*request->asked)) return answer(*request, std::nullopt);
+  /// Where the keys go to a terminal inside of the file manager, the copy key would be one of its own.
+  void lookAtFocus(const std::shared_ptr<Request>& request) {
+    const auto role = std::make_shared<ElementRole>(ElementRole::other);
+    request->step = accessibility_.perform(
+        [role, &accessibility = accessibility_] {
+          if (const auto focused = accessibility.focusedElement()) *role = focused->role();
+        },
+        [this, weak = std::weak_ptr(request), role] {
+          if (const auto current = weak.lock()) askByCopying(current, *role);
+        });
+  }
+
+  void askByCopying(const std::shared_ptr<Request>& request, ElementRole focused) {
+    const bool isKeyHarmless = focused == ElementRole::other;
+    if (!isKeyHarmless || !isStillInFront(*request->asked)) return answer(*request, std::nullopt);
     request->step =
         capture_.captureFiles(request->asked->window, [this, weak = std::weak_ptr(request)](Urls urls) {
           if (const auto current = weak.lock()) answer(*current, std::move(urls));
@@ -167,7 +182,8 @@ class FinderSelectionObserver::Private {
 
   FileManager& fileManager_;
   Workspace& workspace_;
-  AccessibilityAuthorization& accessibility_;
+  AccessibilityAuthorization& authorization_;
+  Accessibility& accessibility_;
   ClipboardSelectionCapture& capture_;
   Scheduler& scheduler_;
 
@@ -181,9 +197,11 @@ class FinderSelectionObserver::Private {
 };
 
 FinderSelectionObserver::FinderSelectionObserver(FileManager& fileManager, Workspace& workspace,
-                                                 AccessibilityAuthorization& accessibility,
+                                                 AccessibilityAuthorization& authorization,
+                                                 Accessibility& accessibility,
                                                  ClipboardSelectionCapture& capture, Scheduler& scheduler)
-    : d_(std::make_unique<Private>(fileManager, workspace, accessibility, capture, scheduler)) {}
+    : d_(std::make_unique<Private>(fileManager, workspace, authorization, accessibility, capture,
+                                   scheduler)) {}
 
 FinderSelectionObserver::~FinderSelectionObserver() = default;
 

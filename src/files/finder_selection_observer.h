@@ -9,6 +9,7 @@
 #include "base/scheduler.h"
 #include "capture/accessibility_authorization.h"
 #include "capture/clipboard_selection_capture.h"
+#include "platform/accessibility.h"
 #include "platform/file_manager.h"
 #include "platform/workspace.h"
 #include "records/file_selection.h"
@@ -21,8 +22,8 @@ class FinderSelectionObserver {
  public:
   /// All must outlive the observer, and the observer must outlive its jobs.
   FinderSelectionObserver(FileManager& fileManager, Workspace& workspace,
-                          AccessibilityAuthorization& accessibility, ClipboardSelectionCapture& capture,
-                          Scheduler& scheduler);
+                          AccessibilityAuthorization& authorization, Accessibility& accessibility,
+                          ClipboardSelectionCapture& capture, Scheduler& scheduler);
   ~FinderSelectionObserver();
   FinderSelectionObserver(const FinderSelectionObserver&) = delete;
   FinderSelectionObserver& operator=(const FinderSelectionObserver&) = delete;
@@ -37,7 +38,8 @@ class FinderSelectionObserver {
   void clear();
 
   /// Reads what is selected now, by the copy command if it cannot be told otherwise (the clipboard is put
-  /// back); absent when no file manager is in front or nothing is selected. The next poll does not announce
+  /// back, and nothing is pressed in a terminal or a password field); absent when no file manager is in
+  /// front or nothing is selected. The next poll does not announce
   /// the same items again.
   [[nodiscard]] Job currentSelection(std::function<void(std::optional<FileSelection>)> done);
 

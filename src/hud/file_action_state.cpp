@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QVariantMap>
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include "base/overloaded.h"
@@ -34,14 +35,33 @@ void describeCommand(FileActionContent& content, const FileCommand& command,
   content.folder = folderLabel(command.workingDirectory);
   content.blocked = command.blockedReason.has_value();
   content.blockedReason = command.blockedReason.value_or(QString());
+
+  // Places in the command with those in what is shown, found in one pass however many cautions there are.
+  std::map<qsizetype, qsizetype> places;
+  const auto startOf = [&](const Caution& caution) {
+    return std::clamp<qsizetype>(caution.start, 0, text.size());
+  };
+  const auto endOf = [&](const Caution& caution) {
+    return std::clamp<qsizetype>(caution.start + caution.length, startOf(caution), text.size());
+  };
+  for (const Caution& caution : cautions) {
+    places[startOf(caution)] = 0;
+    places[endOf(caution)] = 0;
+  }
+  qsizetype reached = 0;
+  qsizetype shown = 0;
+  for (auto& [place, inShown] : places) {
+    shown += visibleText(text.sliced(reached, place - reached)).size();
+    reached = place;
+    inShown = shown;
+  }
+
   content.cautions.clear();
   for (const Caution& caution : cautions) {
-    const auto start = std::clamp<qsizetype>(caution.start, 0, text.size());
-    const auto end = std::clamp<qsizetype>(caution.start + caution.length, start, text.size());
-    const qsizetype shownStart = visibleText(text.first(start)).size();
-    const qsizetype shownLength = visibleText(text.sliced(start, end - start)).size();
-    content.cautions.append(QVariantMap{
-        {u"text"_s, visibleText(caution.text)}, {u"start"_s, shownStart}, {u"length"_s, shownLength}});
+    const qsizetype start = places[startOf(caution)];
+    content.cautions.append(QVariantMap{{u"text"_s, visibleText(caution.text)},
+                                        {u"start"_s, start},
+                                        {u"length"_s, places[endOf(caution)] - start}});
   }
 }
 
@@ -91,12 +111,19 @@ void FileActionState::follow(std::shared_ptr<FileActionSession> session) {
 
 bool FileActionState::publish() {
   if (!session_) return false;
+  const bool isOther = published_.lock() != session_;
   published_ = session_;
   if (request_ != session_->instruction.get()) {
     request_ = session_->instruction.get();
     Q_EMIT requestChanged();
   }
-  if (!std::exchange(isStageNews_, false)) return false;
+  const bool isStageNews = std::exchange(isStageNews_, false);
+  if (isStageNews) publishStage();
+  if (isOther) Q_EMIT replaced();
+  return isStageNews;
+}
+
+void FileActionState::publishStage() {
   if (const auto* result = std::get_if<Stage::Result>(&session_->stage.get())) {
     output_ = result->outcome.summary();
     Q_EMIT outputChanged();
@@ -107,7 +134,6 @@ bool FileActionState::publish() {
     content_ = next;
     Q_EMIT contentChanged();
   }
-  return true;
 }
 
 std::shared_ptr<FileActionSession> FileActionState::shown() const {

@@ -76,10 +76,13 @@ class FileActionState : public QObject {
   void contentChanged();
   void requestChanged();
   void outputChanged();
+  /// Another session is shown than before; its request and stage are published already.
+  void replaced();
 
  private:
   /// The session that the view shows, while it may be reached.
   [[nodiscard]] std::shared_ptr<FileActionSession> shown() const;
+  void publishStage();
 
   std::function<void()> changed_;
   std::shared_ptr<FileActionSession> session_;

@@ -10,7 +10,6 @@ namespace {
 
 constexpr std::chrono::milliseconds moveDuration{180};
 constexpr std::chrono::milliseconds fadeDuration{160};
-constexpr uint16_t escapeKeyCode = 53;
 
 }  // namespace
 

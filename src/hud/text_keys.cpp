@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QQuickTextDocument>
 #include <QTextCursor>
+#include <QTextDocument>
 #include <algorithm>
 #include <array>
 
@@ -47,6 +48,10 @@ int TextKeys::selectionTarget(QQuickTextDocument* document, int position, int ke
     if (found->move == QTextCursor::Down) cursor.movePosition(QTextCursor::End);
   }
   return cursor.position();
+}
+
+void TextKeys::forgetChanges(QQuickTextDocument* document) const {
+  document->textDocument()->clearUndoRedoStacks();
 }
 
 }  // namespace lumeno

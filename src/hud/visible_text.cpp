@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/text.h"
+
 namespace lumeno {
 
 using namespace Qt::StringLiterals;
@@ -21,17 +23,7 @@ bool isPlain(char16_t c) {
 }
 
 bool isHidden(char32_t c) {
-  if (c == U'\n' || c == U'\t' || c == 0x200C || c == 0x200D) return false;
-  switch (QChar::category(c)) {
-    case QChar::Other_Control:
-    case QChar::Other_Format:
-    case QChar::Other_Surrogate:
-    case QChar::Separator_Line:
-    case QChar::Separator_Paragraph:
-      return true;
-    default:
-      return false;
-  }
+  return text::isUnseen(c) && c != 0x200C && c != 0x200D;
 }
 
 void appendPicture(QString& shown, char32_t c) {
@@ -57,8 +49,8 @@ QString visibleText(QStringView text) {
       shown += unit;
       continue;
     }
-    const bool isPair = unit.isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
-    const char32_t c = isPair ? QChar::surrogateToUcs4(unit, text[at + 1]) : unit.unicode();
+    const char32_t c = text::characterAt(text, at);
+    const bool isPair = QChar::requiresSurrogates(c);
     if (isHidden(c)) {
       appendPicture(shown, c);
     } else {

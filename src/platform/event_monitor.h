@@ -14,6 +14,9 @@ struct KeyPress {
   uint64_t modifiers = 0;
 };
 
+/// The key code of Escape.
+inline constexpr uint16_t escapeKeyCode = 53;
+
 /// Observes input that goes to other applications, never input to this program's own windows, and consumes
 /// nothing. Main thread. A monitor is removed when its subscription goes; an empty subscription means that
 /// the system refused.

@@ -23,6 +23,11 @@ QByteArray standardised(const QByteArray& path) {
   return '/' + parts.join('/');
 }
 
+QByteArray folderOf(const QUrl& url) {
+  const QByteArray path = standardised(localPath(url));
+  return standardised(path.left(path.lastIndexOf('/')));
+}
+
 }  // namespace
 
 QByteArray localPath(const QUrl& url) {
@@ -38,6 +43,12 @@ QByteArray itemName(const QUrl& url) {
   return path.mid(path.lastIndexOf('/') + 1);
 }
 
+bool areInOneFolder(const std::vector<QUrl>& urls) {
+  if (urls.empty()) return true;
+  const QByteArray folder = folderOf(urls.front());
+  return std::ranges::all_of(urls, [&folder](const QUrl& url) { return folderOf(url) == folder; });
+}
+
 bool FileSelection::operator==(const FileSelection& other) const {
   // The same path can be spelt in several URLs, but hardly ever is.
   return urls == other.urls || std::ranges::equal(urls, other.urls, {}, localPath, localPath);
@@ -45,8 +56,7 @@ bool FileSelection::operator==(const FileSelection& other) const {
 
 QUrl FileSelection::parentDirectory() const {
   if (urls.empty()) return fileUrl(QDir::homePath().toUtf8());
-  const QByteArray path = standardised(localPath(urls.front()));
-  return fileUrl(standardised(path.left(path.lastIndexOf('/'))));
+  return fileUrl(folderOf(urls.front()));
 }
 
 QStringList FileSelection::itemNames() const {

@@ -34,5 +34,8 @@ struct FileSelection {
 [[nodiscard]] QUrl fileUrl(const QByteArray& path);
 /// The last component of a file URL's path, byte for byte.
 [[nodiscard]] QByteArray itemName(const QUrl& url);
+/// Whether one folder holds all of the items, as a search, or a tree with folders that are open, need not:
+/// only then do their names alone say which files are meant. So of none.
+[[nodiscard]] bool areInOneFolder(const std::vector<QUrl>& urls);
 
 }  // namespace lumeno

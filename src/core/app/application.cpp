@@ -131,7 +131,8 @@ class Application::Private {
   AccessibilityAuthorization authorization{accessibility, scheduler};
   ClipboardSelectionCapture clipboardCapture{pasteboard, keystrokes, selectionBuffer, scheduler};
   SelectionObserver observer{accessibility, workspace, scheduler, clipboardCapture};
-  FinderSelectionObserver fileObserver{fileManager, workspace, authorization, clipboardCapture, scheduler};
+  FinderSelectionObserver fileObserver{fileManager,   workspace,        authorization,
+                                       accessibility, clipboardCapture, scheduler};
   SettingsStore settings{preferences, loginItem};
   ClipboardService clipboard{pasteboard};
   SelectionReplacer replacer{pasteboard, keystrokes, scheduler};

@@ -110,10 +110,12 @@ void AppModel::Private::dismiss() {
 
 void AppModel::Private::handleSelection(const std::optional<Selection>& newValue) {
   const bool hasText = newValue && !text::trimmed(newValue->text).isEmpty();
-  if (!hasText && model_.fileSession.get()) return;
+  const bool isBarOpen = model_.fileSession.get() != nullptr;
+  if (!hasText && isBarOpen) return;
   endFileSession();
   cancelJobs();
   if (hasText) {
+    if (isBarOpen) collaborators_.panel.hide();
     const TriggerMode mode = collaborators_.settings.triggerMode;
     if (mode == TriggerMode::manual) return;
     const Form form = mode == TriggerMode::hint ? Form::hintPill : Form::chips;

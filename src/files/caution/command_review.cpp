@@ -80,6 +80,9 @@ void CommandReview::reviewScript(const shell::Script& script) {
   for (const Span& span : script.background) findings_.add(u"Keeps running in the background."_s, span);
   for (const Span& span : script.hiddenBlanks) findings_.add(u"Hides a space behind a variable."_s, span);
   for (const Span& span : script.evaluated) findings_.add(u"Runs text that is not shown here."_s, span);
+  if (script.foreignBlank) {
+    findings_.add(u"Contains characters that cannot be seen."_s, *script.foreignBlank);
+  }
   const std::size_t outside = outerFolders_.size();
   for (const shell::Command& command : script.commands) {
     switch (command.kind) {
@@ -183,12 +186,12 @@ std::size_t CommandReview::commandAfterPrefix(const Invocation& invocation, cons
 
 void CommandReview::noteName(const Word& word) {
   if (isDisguised(word)) {
-    findings_.add(u"Writes a command in an unusual way: "_s + Findings::shown(word.text), word.span);
+    findings_.add(Findings::About::disguisedCommand, word.text, word.span);
   }
   const bool unusual =
       std::ranges::any_of(word.text, [](QChar c) { return c.unicode() > 0x7F && c != shell::placeholder; });
   if (unusual) {
-    findings_.add(u"Names a command with unusual letters: "_s + Findings::shown(word.text), word.span);
+    findings_.add(Findings::About::unusualCommand, word.text, word.span);
   }
 }
 

@@ -67,6 +67,8 @@ class CommandReview {
   void noteRedirection(const shell::Redirection& redirection);
   void noteAssignment(const shell::Word& assignment);
   void changeFolder(const Invocation& invocation);
+  /// What is emptied before it is written, whichever files the target turns out to name.
+  void noteOverwritten(const shell::Word& target);
   void noteReplaced(const shell::Word& path);
   void noteReplaced(const QString& path, const QString& shown, shell::Span span);
   [[nodiscard]] std::optional<QString> resolved(const shell::Word& path) const;

@@ -2,6 +2,7 @@
 
 #include <QSet>
 #include <QString>
+#include <array>
 #include <vector>
 
 #include "files/caution/caution.h"
@@ -9,28 +10,25 @@
 
 namespace lumeno {
 
-/// Collects the cautions of one command: each text once, and only the first few that name a path.
+/// Collects the cautions of one command: each text once, and of each kind that names something only the first
+/// few, so that their number has a limit.
 class Findings {
  public:
+  /// What a caution that names something says of it.
+  enum class About { pathOutside, replacedFile, disguisedCommand, unusualCommand };
+
   void add(const QString& text, shell::Span span);
-  void addOutside(const QString& path, shell::Span span);
-  void addReplaced(const QString& path, shell::Span span);
-  /// Whether a further replaced file would still be named.
-  [[nodiscard]] bool namesReplaced() const { return replaced_ < namedAtMost; }
+  void add(About about, const QString& name, shell::Span span);
 
   /// All of them, in the order of the command.
   [[nodiscard]] std::vector<Caution> take();
-
-  /// `name` fit for a line: cut in the middle when it is long, with no characters that cannot be seen.
-  [[nodiscard]] static QString shown(const QString& name);
 
  private:
   static constexpr int namedAtMost = 6;
 
   std::vector<Caution> cautions_;
   QSet<QString> texts_;
-  int outside_ = 0;
-  int replaced_ = 0;
+  std::array<int, 4> named_{};  ///< by `About`
 };
 
 }  // namespace lumeno

@@ -95,7 +95,7 @@ bool CommandReview::isOutside(const Word& path) const {
 }
 
 void CommandReview::notePath(const Word& path) {
-  if (isOutside(path)) findings_.addOutside(path.text, path.span);
+  if (isOutside(path)) findings_.add(Findings::About::pathOutside, path.text, path.span);
 }
 
 void CommandReview::noteArgumentPath(const Word& word, bool mayBeProgram) {
@@ -160,7 +160,7 @@ void CommandReview::noteRedirection(const Redirection& redirection) {
       continue;
     }
     notePath(target);
-    if (kind == Kind::output) noteReplaced(target);
+    if (kind == Kind::output) noteOverwritten(target);
   }
 }
 
@@ -186,7 +186,7 @@ void CommandReview::changeFolder(const Invocation& invocation) {
   if (operands.empty()) {
     // Home, which no path in the command says.
     if (invocation.name != u"pushd" && !isUnder(home_, root_))
-      findings_.addOutside(u"~"_s, invocation.word.span);
+      findings_.add(Findings::About::pathOutside, u"~"_s, invocation.word.span);
     folder_ = home_;
   } else if (operands.size() > 1 || !operands.front()->isLiteral() || operands.front()->text == u"-") {
     folder_.reset();
@@ -196,6 +196,12 @@ void CommandReview::changeFolder(const Invocation& invocation) {
   }
 }
 
+void CommandReview::noteOverwritten(const Word& target) {
+  if (target.isLiteral()) return noteReplaced(target);
+  if (target.isStream || target.text.startsWith(u"/dev/")) return;
+  findings_.add(u"May replace files of the same names."_s, target.span);
+}
+
 void CommandReview::noteReplaced(const Word& path) {
   if (!path.isLiteral()) return;
   if (const auto place = resolved(path)) noteReplaced(*place, path.text, path.span);
@@ -203,7 +209,7 @@ void CommandReview::noteReplaced(const Word& path) {
 
 void CommandReview::noteReplaced(const QString& path, const QString& shown, Span span) {
   if (isStandardDevice(path)) return;
-  if (exists(path) && !isFolder(path)) findings_.addReplaced(shown, span);
+  if (exists(path) && !isFolder(path)) findings_.add(Findings::About::replacedFile, shown, span);
 }
 
 }  // namespace lumeno

@@ -102,7 +102,7 @@ void CommandReview::noteOutputs(const Invocation& invocation) {
   if (name == u"tee" || name == u"truncate" || name == u"sponge") {
     const CommandOptions options(invocation.arguments, {u"sr", u"size reference"});
     if (options.has(u'a', u"append")) return;
-    for (const Word* operand : options.operands()) noteReplaced(*operand);
+    for (const Word* operand : options.operands()) noteOverwritten(*operand);
   } else if (name == u"dd") {
     for (const Word& word : invocation.arguments) {
       if (word.text.startsWith(u"of=")) noteReplaced(word.sliced(3));

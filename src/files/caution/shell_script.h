@@ -33,8 +33,9 @@ inline constexpr QChar placeholder{u'\uFFFC'};
 struct Word {
   Span span;
   QString text;
-  std::string kinds;         ///< a UnitKind for each unit of `text`
-  bool usesQuotes = false;   ///< quotes or escapes stand in it
+  std::string kinds;        ///< a UnitKind for each unit of `text`
+  bool usesQuotes = false;  ///< quotes or escapes stand in it
+  bool isStream = false;    ///< `<(…)` and the like: what a command reads or writes, and no file of its own
   bool overflowing = false;  ///< its brace lists give more words than are looked at
 
   void append(QChar unit, UnitKind kind);
@@ -78,11 +79,12 @@ struct Command {
 /// Every command of a command line, those in substitutions before the one they stand in.
 struct Script {
   std::vector<Command> commands;
-  std::vector<Span> background;    ///< operators that leave a command running
-  std::vector<Span> hiddenBlanks;  ///< uses of IFS, which stands for blanks
-  std::vector<Span> evaluated;     ///< expansions that the shell reads as commands once more
-  std::optional<Span> unreadable;  ///< where a shell would give up
-  std::optional<Span> tooDeep;     ///< where the nesting was followed no further
+  std::vector<Span> background;      ///< operators that leave a command running
+  std::vector<Span> hiddenBlanks;    ///< uses of IFS, which stands for blanks
+  std::optional<Span> foreignBlank;  ///< the first unquoted blank that is a letter to the shell
+  std::vector<Span> evaluated;       ///< expansions that the shell reads as commands once more
+  std::optional<Span> unreadable;    ///< where a shell would give up
+  std::optional<Span> tooDeep;       ///< where the nesting was followed no further
 };
 
 struct ReadingContext {

@@ -9,6 +9,10 @@ constexpr qsizetype longestList = 100;
 
 constexpr QStringView wordEnds = u" \t\n;&|<>)";
 
+bool isForeignBlank(QChar c) {
+  return c.unicode() > 0x7F && c.category() == QChar::Separator_Space;
+}
+
 }  // namespace
 
 bool ShellReader::endsWord(bool inCommandPosition) const {
@@ -80,6 +84,7 @@ Word ShellReader::readWord(bool inCommandPosition) {
       if (c == u'}' && braces > 0) --braces;
       word.append(c, c == placeholder ? UnitKind::parameter : UnitKind::plain);
       ++position_;
+      if (isForeignBlank(c) && !script_.foreignBlank) script_.foreignBlank = spanFrom(position_ - 1);
     }
   }
   if (parentheses > 0) fail(start);
@@ -90,6 +95,7 @@ Word ShellReader::readWord(bool inCommandPosition) {
 void ShellReader::readProcessSubstitution(Word& word) {
   position_ += 2;
   word.append(placeholder, UnitKind::output);
+  word.isStream = true;
   if (!enter()) return;
   readCommands(Ending::parenthesis);
   leave();

@@ -7,10 +7,6 @@
 
 namespace lumeno {
 
-/// Whether a character shows nothing of its own or changes the direction of what is around it; the tab and
-/// the line feed are seen.
-[[nodiscard]] bool isUnseen(QChar c);
-
 /// The first characters of `text` that hide something. Joiners inside emoji and between letters of the
 /// scripts that need them hide nothing.
 [[nodiscard]] std::optional<shell::Span> unseenCharacters(QStringView text);

@@ -36,6 +36,12 @@ Item {
     // What had the focus is about to go. (A new field takes it by itself, one that has not quite gone does not.)
     onStageChanged: takeFocus()
 
+    // A bar that is there already goes on for other files as a new one would begin.
+    Connections {
+        target: hud.files
+        function onReplaced() { files.takeFocus() }
+    }
+
     PhaseLoader {
         id: request
         width: parent.width

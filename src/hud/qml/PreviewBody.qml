@@ -15,16 +15,22 @@ Item {
     implicitHeight: column.height + 14 + run.height
 
     function scrollBy(pages) {
-        well.scrollBy(pages)
+        if (cautions.activeFocus)
+            cautions.scrollBy(pages)
+        else
+            well.scrollBy(pages)
     }
     function copySelection() {
         well.copySelection()
     }
 
-    // A column settles with the next frame; the window's size may be wanted before.
+    // Columns settle with the next frame; the window's size may be wanted before.
     Connections {
         target: hudWindow
-        function onSettling() { column.forceLayout() }
+        function onSettling() {
+            rows.forceLayout()
+            column.forceLayout()
+        }
     }
     Column {
         id: column
@@ -55,24 +61,62 @@ Item {
             color: theme.colors.label
             text: preview.content.blockedReason
         }
-        Repeater {
-            model: preview.content.cautions
-            NoteRow {
-                width: column.width
-                symbol: "exclamationmark.triangle"
-                symbolColor: theme.colors.caution
-                text: modelData.text
+        // However many there are, the buttons stay on the screen.
+        Item {
+            id: cautions
 
-                // Pointing at a caution points out the piece of the command that it is about.
-                HoverHandler {
-                    onHoveredChanged: {
-                        if (hovered)
-                            well.highlightedMark = index
-                        else if (well.highlightedMark === index)
-                            well.highlightedMark = -1
+            readonly property int limit: 140
+
+            width: parent.width
+            height: list.height
+            visible: preview.content.cautions.length > 0
+            activeFocusOnTab: list.overflows
+
+            Accessible.role: Accessible.Grouping
+            Accessible.name: "Cautions"
+            Accessible.focusable: activeFocusOnTab
+
+            Keys.onUpPressed: list.scrollBy(-theme.metrics.captionLine)
+            Keys.onDownPressed: list.scrollBy(theme.metrics.captionLine)
+
+            function scrollBy(pages) {
+                list.scrollBy(pages * list.height * 0.9)
+            }
+
+            ScrollArea {
+                id: list
+                width: parent.width
+                height: implicitHeight
+                limit: cautions.limit
+                textHeight: rows.height
+
+                Column {
+                    id: rows
+                    width: list.width
+                    spacing: column.spacing
+
+                    Repeater {
+                        model: preview.content.cautions
+                        NoteRow {
+                            width: rows.width
+                            symbol: "exclamationmark.triangle"
+                            symbolColor: theme.colors.caution
+                            text: modelData.text
+
+                            // Pointing at a caution points out the piece of the command that it is about.
+                            HoverHandler {
+                                onHoveredChanged: {
+                                    if (hovered)
+                                        well.highlightedMark = index
+                                    else if (well.highlightedMark === index)
+                                        well.highlightedMark = -1
+                                }
+                            }
+                        }
                     }
                 }
             }
+            FocusOutline { radius: 8 }
         }
     }
 

@@ -20,6 +20,11 @@ Item {
 
     Component.onCompleted: focusField()
 
+    Connections {
+        target: hud.files
+        function onReplaced() { row.contentX = 0 }
+    }
+
     BalancedLabel {
         id: heading
         maximumWidth: body.width

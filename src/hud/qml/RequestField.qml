@@ -111,6 +111,8 @@ Item {
                     edit.text = hud.files.request
                     edit.cursorPosition = edit.length
                 }
+                // What was typed for other files is not to come back.
+                function onReplaced() { keys.forgetChanges(edit.textDocument) }
             }
 
             Keys.onPressed: event => event.accepted = handleKey(event)

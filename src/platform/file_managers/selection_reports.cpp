@@ -37,7 +37,7 @@ std::optional<std::vector<QUrl>> SelectionReports::selection(ProcessId process, 
 }
 
 void SelectionReports::ReportFiles(const QStringList& uris, qulonglong window) {
-  if (!calledFromDBus() || uris.size() > mostFiles) return;
+  if (!calledFromDBus()) return;
   const QString sender = message().service();
   if (const auto known = senders_.constFind(sender); known != senders_.cend()) {
     take(*known, uris, window);
@@ -50,7 +50,10 @@ void SelectionReports::ReportFiles(const QStringList& uris, qulonglong window) {
   connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, sender, uris, window] {
     const QDBusPendingReply<uint> reply = *watcher;
     watcher->deleteLater();
-    if (reply.isError()) return;
+    if (reply.isError()) {
+      byWindow_.remove(window);  // whosever it is, what was told of it no longer holds
+      return;
+    }
     const auto process = static_cast<ProcessId>(reply.value());
     if (senders_.size() >= mostSenders) senders_.clear();
     senders_.insert(sender, process);
@@ -59,9 +62,10 @@ void SelectionReports::ReportFiles(const QStringList& uris, qulonglong window) {
 }
 
 void SelectionReports::take(ProcessId process, const QStringList& uris, uint64_t window) {
-  if (window == 0) {
-    byWindow_.removeIf(
-        [process](std::pair<const uint64_t&, Report&> known) { return known.second.process == process; });
+  if (window == 0 || uris.size() > mostFiles) {
+    byWindow_.removeIf([process, window](std::pair<const uint64_t&, Report&> known) {
+      return known.second.process == process && (window == 0 || known.first == window);
+    });
     return;
   }
   if (byWindow_.size() >= mostWindows && !byWindow_.contains(window)) byWindow_.clear();
@@ -74,6 +78,7 @@ void SelectionReports::take(ProcessId process, const QStringList& uris, uint64_t
     }
     report.urls.push_back(fileUrl(*path));
   }
+  if (!areInOneFolder(report.urls)) report.urls.clear();
   byWindow_.insert(window, std::move(report));
 }
 

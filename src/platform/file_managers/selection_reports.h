@@ -24,7 +24,8 @@ class SelectionReports final : public QObject, protected QDBusContext {
   ~SelectionReports() override;
 
   /// What the process last reported for the window: the items in the order of the view; empty when nothing,
-  /// or something that is no local file, is selected. Absent when it has reported nothing.
+  /// something that is no local file, or items of several folders are selected. Absent when it has reported
+  /// nothing, or too much.
   [[nodiscard]] std::optional<std::vector<QUrl>> selection(ProcessId process, uint64_t window) const;
 
  public Q_SLOTS:

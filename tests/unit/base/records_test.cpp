@@ -171,6 +171,27 @@ TEST(FileSelections, NameTheirFolderAndItems) {
   }
 }
 
+TEST(FileSelections, KnowWhetherOneFolderHoldsTheItems) {
+  const struct {
+    std::vector<QByteArray> paths;
+    bool expected;
+  } cases[] = {
+      {{}, true},
+      {{"/d/a"}, true},
+      {{"/d/a", "/d/b/", "/d/\xFF"}, true},
+      {{"/d/./a", "/d/x/../b"}, true},
+      {{"/a", "/b"}, true},
+      {{"/d/a", "/e/a"}, false},
+      {{"/d", "/d/a"}, false},
+      {{"/d/a", "/d/b", "/d/c/a"}, false},
+      {{"/d\xFF/a", "/d\xEF\xBF\xBD/a"}, false},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(areInOneFolder(selectionOf(c.paths).urls), c.expected)
+        << (c.paths.empty() ? "none" : c.paths.back().toStdString());
+  }
+}
+
 TEST(FileActionOutcomes, SumUpInOneText) {
   struct Case {
     FileActionOutcome outcome;

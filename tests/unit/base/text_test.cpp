@@ -24,6 +24,19 @@ TEST(Trimmed, RemovesEveryBlankAndLineBreakAtTheEnds) {
   EXPECT_EQ(trimmed(u" \u200Ba\u2060 "), u"\u200Ba\u2060");
 }
 
+TEST(IsUnseen, TellsWhatCannotBeSeen) {
+  for (const char32_t c : std::u32string(U"\x1B\x7F\u0085\u00AD\u061C\u115F\u200B\u200D\u2028\u202E\u2066"
+                                         U"\u3164\uFEFF\uFFFC\U000E0041")) {
+    EXPECT_TRUE(isUnseen(c)) << uint32_t(c);
+  }
+  for (const char32_t c : std::u32string(U"a \n\tü漢\u00A0\u0301\uFE0F👍")) {
+    EXPECT_FALSE(isUnseen(c)) << uint32_t(c);
+  }
+  const QStringView text = u"a👍";
+  EXPECT_EQ(characterAt(text, 1), U'👍');
+  EXPECT_TRUE(isUnseen(characterAt(text, 2))) << "half a character";
+}
+
 TEST(CharacterCount, CountsWhatUsersSeeAsOne) {
   struct Case {
     QStringView text;

@@ -203,6 +203,7 @@ TEST_F(ClipboardSelectionCaptureTest, FilesAreCopiedWithTheirOwnKey) {
        "file:///tmp/b%FF\r\nfile:///tmp/a%20b\r\n",
        {{fileUrl("/tmp/b\xFF"), fileUrl("/tmp/a b")}}},
       {"one that is not local", "text/uri-list", "file:///tmp/b\r\nsmb://server/a\r\n", std::nullopt},
+      {"of several folders", "text/uri-list", "file:///tmp/a\r\nfile:///tmp/c/a\r\n", std::nullopt},
       {"the text of a name that is edited", "text/plain", "file:///tmp/b", std::nullopt},
   };
   int copies = 0;

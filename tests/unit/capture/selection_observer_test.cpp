@@ -443,17 +443,19 @@ TEST_F(SelectionObserverTest, CaptureFallsBackToACopy) {
   EXPECT_EQ(captured, inNotes(u"copied"_s, std::nullopt));
 }
 
-TEST_F(SelectionObserverTest, CopyKeyIsNotSentIntoTerminalsAndPasswords) {
+TEST_F(SelectionObserverTest, CopyKeyIsNotSentIntoTerminalsPasswordsAndFileManagers) {
   RunningApplication terminal = notes;
   terminal.isTerminal = true;
+  RunningApplication files = notes;
+  files.bundleIdentifier = u"com.apple.finder"_s;
   const struct {
     RunningApplication application;
     ElementRole role;
     bool takesOffered;
   } cases[] = {
-      {terminal, ElementRole::other, true},
-      {notes, ElementRole::terminal, true},
-      {notes, ElementRole::password, false},
+      {terminal, ElementRole::other, true},  {notes, ElementRole::terminal, true},
+      {notes, ElementRole::password, false}, {files, ElementRole::other, true},
+      {files, ElementRole::terminal, true},
   };
   for (const auto& c : cases) {
     workspace.frontmost = c.application;
@@ -465,7 +467,8 @@ TEST_F(SelectionObserverTest, CopyKeyIsNotSentIntoTerminalsAndPasswords) {
       EXPECT_EQ(captured.has_value(), offered && c.takesOffered);
     }
     if (c.takesOffered) {
-      EXPECT_TRUE(observer.lastSource()->isTerminal);
+      const bool isTerminal = c.application.isTerminal || c.role == ElementRole::terminal;
+      EXPECT_EQ(observer.lastSource()->isTerminal, isTerminal);
     }
   }
   EXPECT_EQ(keystrokes.copies, 0);

@@ -166,6 +166,7 @@ TEST(Cautions, SeeThroughDisguises) {
       {u"s\\udo ls"_s, {rights, u"Writes a command in an unusual way: sudo"_s}},
       {u"rm${IFS}-rf${IFS}x"_s, {unnamed, u"Hides a space behind a variable."_s}},
       {u"sh -c 'rm$IFS\"x\"'"_s, {unnamed, u"Hides a space behind a variable."_s}},
+      {u"su\\\ndo rm x"_s, {rights, deletes}},
       {u"x=rm; $x a"_s, {unnamed}},
       {u"$(echo rm) a"_s, {unnamed}},
       {u"`echo rm` a"_s, {unnamed}},
@@ -175,6 +176,10 @@ TEST(Cautions, SeeThroughDisguises) {
       {u"р\u043C x"_s, {u"Names a command with unusual letters: р\u043C"_s}},
       {u"ls \u202Etxt.mr"_s, {unseenCharacters}},
       {u"r\u200Bm x"_s, {unseenCharacters, u"Names a command with unusual letters: r<U+200B>m"_s}},
+      {u"ls \U000E0041a"_s, {unseenCharacters}},
+      {u"ls -l\u00A0-a"_s, {unseenCharacters}},
+      {u"sh -c 'ls x\u3000y'"_s, {unseenCharacters}},
+      {u"touch 'a\u00A0b' \"c\u202Fd\" e\\\u3000f"_s, {}},
       {u"alias ls='rm x'; ls"_s, {u"Gives commands another meaning."_s}},
       {u"PATH=.:$PATH ls"_s, {u"Changes which programs are run: PATH"_s}},
       {u"export LD_PRELOAD=./x.so"_s, {u"Changes which programs are run: LD_PRELOAD"_s}},
@@ -248,6 +253,27 @@ TEST(Cautions, TellOfReplacedFiles) {
       {u"sips -Z 640 a"_s, {inPlace}},
       {u"mogrify -resize 50% a"_s, {inPlace}},
   });
+}
+
+TEST(Cautions, TellOfFilesThatAreReplacedByAPatternOrAVariable) {
+  expectTexts({
+      {u": > *"_s, {mayReplace}},
+      {u"truncate -s 0 *"_s, {mayReplace}},
+      {u"f=a.txt; : > $f"_s, {mayReplace}},
+      {u"for f in *.txt; do sort \"$f\" > \"$f\"; done"_s, {mayReplace}},
+      {u"for f in *.txt; do sort \"$f\" | sponge \"$f\"; done"_s, {mayReplace}},
+      {u"ls | tee \"$(date).txt\""_s, {mayReplace}},
+      {u"ls | tee -a *.log"_s, {}},
+      {u"ls >> $f"_s, {}},
+      {u"cat < $f"_s, {}},
+      {u"ls > /dev/stdout 2> /dev/fd/$n"_s, {}},
+      {u"ls | tee >(wc -l) > >(sort)"_s, {}},
+      {u"mv *.txt \"$d\"; cp *.jpg \"$d\""_s, {}},
+  });
+  const QString command = u"cat a b > *.txt"_s;
+  const auto found = cautions(command, surroundings());
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(command.sliced(found[0].start, found[0].length), u"*.txt"_s);
 }
 
 TEST(Cautions, TellOfWhatLiesOutside) {
@@ -324,6 +350,19 @@ TEST(Cautions, AskTheRealFileSystem) {
   EXPECT_EQ(count(u"mv b Old"_s), 1u);
   EXPECT_EQ(count(u"mv a Old"_s), 0u);
   EXPECT_EQ(count(u"mv b a"_s), 1u);
+}
+
+TEST(Cautions, AreFewHoweverManyNamesThereAre) {
+  QString text;
+  for (int i = 0; i < 10'000; ++i) {
+    text += u"'r'm%1 /x%1 > a; \u043C%1; ./t%1; "_s.arg(i);
+  }
+  const auto found = cautions(text, surroundings());
+  EXPECT_LT(found.size(), 40U);
+  QStringList texts;
+  for (const Caution& caution : found) texts += caution.text;
+  EXPECT_TRUE(texts.contains(u"Writes a command in an unusual way in more places."_s));
+  EXPECT_TRUE(texts.contains(u"Names a command with unusual letters in more places."_s));
 }
 
 TEST(Cautions, EndForHostileTexts) {

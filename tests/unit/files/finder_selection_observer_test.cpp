@@ -57,7 +57,7 @@ class FinderSelectionObserverTest : public testing::Test {
   FakeSelectionBuffer buffer{scheduler};
   ClipboardSelectionCapture capture{pasteboard, keystrokes, buffer, scheduler};
   FakeFileManager fileManager{scheduler};
-  FinderSelectionObserver observer{fileManager, workspace, authorization, capture, scheduler};
+  FinderSelectionObserver observer{fileManager, workspace, authorization, accessibility, capture, scheduler};
   std::vector<std::optional<FileSelection>> published;
   Subscription log;
 };
@@ -211,6 +211,30 @@ TEST_F(FinderSelectionObserverTest, CurrentSelectionIsCopiedWhereItCannotBeTold)
   const int copies = keystrokes.fileCopies;
   EXPECT_EQ(current(), std::nullopt);
   EXPECT_EQ(keystrokes.fileCopies, copies);
+}
+
+TEST_F(FinderSelectionObserverTest, NoCopyKeyIsPressedIntoATerminalOrAPassword) {
+  fileManager.selected = std::nullopt;
+  keystrokes.onCopy = [this] { pasteboard.put({{"text/uri-list", "file:///d/x"}}); };
+  const auto focused = std::make_shared<FakeElement>();
+  accessibility.focused = focused;
+  for (const auto role : {ElementRole::terminal, ElementRole::password}) {
+    focused->elementRole = role;
+    EXPECT_EQ(current(), std::nullopt);
+  }
+  EXPECT_EQ(keystrokes.fileCopies, 0);
+  focused->elementRole = ElementRole::other;
+  EXPECT_TRUE(current());
+
+  // Meanwhile another window may have come to the front.
+  accessibility.readTime = std::chrono::milliseconds(100);
+  std::optional<FileSelection> answer = FileSelection();
+  const Job job = observer.currentSelection([&](auto given) { answer = std::move(given); });
+  scheduler.advance(50);
+  workspace.frontmost = secondFinder;
+  scheduler.advance(1000);
+  EXPECT_EQ(answer, std::nullopt);
+  EXPECT_EQ(keystrokes.fileCopies, 1);
 }
 
 TEST_F(FinderSelectionObserverTest, CurrentSelectionOfAWindowThatHasGoneIsNone) {

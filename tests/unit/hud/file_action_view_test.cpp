@@ -38,6 +38,8 @@ class FileActionViewTest : public HudViewTest {
     model.fileSession.get()->stage.set(std::move(stage));
     scheduler.advance(0);
   }
+  /// What comes after the answer is done by a worker, against a deadline: the clock must not go on meanwhile.
+  void letModelAnswer() { scheduler.advance(script->elementTime); }
   [[nodiscard]] FileActionSession& session() const { return *model.fileSession.get(); }
   [[nodiscard]] bool isIn(size_t stage) const { return session().stage.get().index() == stage; }
   [[nodiscard]] QString focused() const {
@@ -130,6 +132,34 @@ TEST_F(FileActionViewTest, ABarShownAgainHasTheFocusInItsField) {
   show();
   EXPECT_TRUE(accessible(u"other.txt"_s));
   EXPECT_EQ(focused(), request);
+}
+
+TEST_F(FileActionViewTest, ABarThatGoesOnForOtherFilesKeepsNothingOfTheFormerOnes) {
+  openFiles();
+  show();
+  const auto reuse = [this] {
+    openFiles(Stage::Input{}, {u"other.txt"_s});
+    scheduler.advance(0);
+    EXPECT_TRUE(accessible(u"other.txt"_s));
+    EXPECT_EQ(focused(), request);
+    press(Qt::Key_Z, {}, Qt::ControlModifier);
+    EXPECT_EQ(session().instruction.get(), QString());
+  };
+  for (const bool isDeleted : {false, true}) {
+    type(u"zip"_s);
+    for (int i = 0; isDeleted && i < 3; ++i) press(Qt::Key_Backspace, u"\b"_s);
+    press(Qt::Key_Backtab);
+    press(Qt::Key_Backtab);
+    EXPECT_EQ(focused(), u"Convert"_s);
+    QQuickItem* row = accessible(u"Convert"_s)->parentItem()->parentItem()->parentItem();
+    ASSERT_TRUE(row->setProperty("contentX", 10));
+    reuse();
+    EXPECT_EQ(row->property("contentX").toDouble(), 0);
+  }
+  enter(Stage::Preview{zipCommand()});
+  press(Qt::Key_Tab);
+  EXPECT_EQ(focused(), u"Edit request"_s);
+  reuse();
 }
 
 TEST_F(FileActionViewTest, TabPassesThroughEveryControl) {
@@ -328,28 +358,55 @@ TEST_F(FileActionViewTest, TheFieldHasTheFocusAgainAlsoWhenViewsFade) {
 }
 
 TEST_F(FileActionViewTest, CautionsStandUnderTheCommandAndPointIntoIt) {
-  script->elements = {u"rm -rf build && ls"_s};
+  script->elements = {u"echo '\u202E'; rm -rf build && ls"_s};  // shown longer than it is
   openFiles().instruction.set(u"clean up"_s);
   show();
   session().submit();
-  ASSERT_TRUE(waitUntil([this] {
-    scheduler.advance(10);
-    return isIn(preview);
-  }));
+  letModelAnswer();
+  ASSERT_TRUE(waitUntil([this] { return isIn(preview); }));
   scheduler.advance(0);
   ASSERT_FALSE(session().cautions().empty());
-  const Caution caution = session().cautions().front();
+  const Caution caution = session().cautions().back();
   QQuickItem* line = accessible(caution.text);
   ASSERT_TRUE(line);
   picture(u"files-preview-caution"_s);
   const auto* well = window.rootObject()->findChild<LongTextView*>();
   ASSERT_TRUE(well);
-  const QVariantMap mark = well->property("marks").toList().front().toMap();
-  EXPECT_EQ(mark[u"start"_s].toLongLong(), caution.start);
-  EXPECT_EQ(mark[u"length"_s].toLongLong(), caution.length);
+  const QVariantMap mark = well->property("marks").toList().back().toMap();
+  const QString marked =
+      well->property("text").toString().sliced(mark[u"start"_s].toLongLong(), mark[u"length"_s].toLongLong());
+  EXPECT_EQ(marked, u"rm"_s);
   QTest::mouseMove(&window, line->mapToScene({5, 5}).toPoint());
-  EXPECT_EQ(well->property("highlightedMark").toInt(), 0);
+  EXPECT_EQ(well->property("highlightedMark").toInt(), 1);
   picture(u"files-preview-caution-hovered"_s);
+}
+
+TEST_F(FileActionViewTest, ManyCautionsScrollAndLeaveTheButtonsInPlace) {
+  script->elements = {u"cat /1 /2 /3 /4 /5 /6 /7; 'w'c; 'd'u; 'l's; 's'ort; 'u'niq; 'c'ut"_s};
+  openFiles().instruction.set(u"everything"_s);
+  show();
+  session().submit();
+  letModelAnswer();
+  ASSERT_TRUE(waitUntil([this] { return isIn(preview); }));
+  scheduler.advance(0);
+  QCoreApplication::processEvents();
+  ASSERT_EQ(session().cautions().size(), 13U);
+  const QQuickItem* list = accessible(u"Cautions"_s);
+  ASSERT_TRUE(list);
+  EXPECT_EQ(list->height(), 140);
+  EXPECT_LE(list->mapToScene({0, list->height()}).y(), accessible(u"Run"_s)->mapToScene({0, 0}).y());
+  const QQuickItem* last = accessible(session().cautions().back().text);
+  ASSERT_TRUE(last);
+  EXPECT_GT(last->mapToItem(list, {0, 0}).y(), list->height());
+  press(Qt::Key_Tab);
+  EXPECT_EQ(focused(), u"Cautions"_s);
+  press(Qt::Key_Down);
+  EXPECT_GT(last->mapToItem(list, {0, 0}).y(), list->height());
+  for (int i = 0; i < 4; ++i) press(Qt::Key_PageDown);
+  EXPECT_LE(last->mapToItem(list, {0, last->height()}).y(), list->height());
+  picture(u"files-preview-many-cautions"_s);
+  press(Qt::Key_Tab);
+  EXPECT_EQ(focused(), u"Edit request"_s);
 }
 
 TEST_F(FileActionViewTest, OutputOfAnyLengthStaysCheapAndCanBeSelected) {

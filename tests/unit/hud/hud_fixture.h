@@ -82,7 +82,8 @@ class HudFixture : public testing::Test {
   AccessibilityAuthorization authorization{accessibility, scheduler};
   ClipboardSelectionCapture clipboardCapture{pasteboard, keystrokes, buffer, scheduler};
   SelectionObserver observer{accessibility, workspace, scheduler, clipboardCapture};
-  FinderSelectionObserver fileObserver{fileManager, workspace, authorization, clipboardCapture, scheduler};
+  FinderSelectionObserver fileObserver{fileManager,   workspace,        authorization,
+                                       accessibility, clipboardCapture, scheduler};
   ClipboardService clipboard{pasteboard};
   SelectionReplacer replacer{pasteboard, keystrokes, scheduler};
   FeedbackService feedback{devices, devices};

@@ -62,7 +62,9 @@ TEST_F(FileCommandBarTest, TextSelectedElsewhereClosesItAndBlankTextDoesNot) {
   EXPECT_TRUE(isOpen());
   model->handleSelection(Selection{u"serendipity"_s, u"Notes"_s, place});
   EXPECT_FALSE(session());
+  EXPECT_FALSE(panel.shown) << "the card of nothing in the meantime";
   scheduler.advance(settle);
+  EXPECT_TRUE(panel.shown);
   EXPECT_TRUE(model->selection.get());
   EXPECT_TRUE(model->isHintCollapsed.get());
 }
@@ -133,8 +135,8 @@ TEST_F(FileCommandBarTest, ClosingDropsThePlanAndLeavesARunningCommandAlone) {
   const auto running = session();
   running->instruction.set(u"list"_s);
   running->submit();
-  ASSERT_TRUE(waitUntil([&] {  // the command is looked at on a worker
-    scheduler.advance(10);
+  scheduler.advance(ai->elementTime);
+  ASSERT_TRUE(waitUntil([&] {  // a worker looks at the command, against a deadline: the clock stands still
     return std::holds_alternative<FileActionSession::Stage::Preview>(running->stage.get());
   }));
   running->confirm();
