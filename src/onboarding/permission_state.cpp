@@ -130,7 +130,7 @@ void PermissionState::grantAccessibility() {
 
 void PermissionState::primeFinder() {
   if (!fileManager_) return;
-  finderRead_ = fileManager_->readSelection(FileManager::Read::thorough, [](const auto&) {});
+  finderRead_ = fileManager_->readSelection(FileManager::Read::priming, [](const auto&) {});
   finderAutomationPrimed_ = true;
   Q_EMIT changed();
 }

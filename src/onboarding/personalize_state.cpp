@@ -7,6 +7,8 @@
 
 namespace lumeno {
 
+using namespace Qt::StringLiterals;
+
 PersonalizeState::PersonalizeState(SettingsStore& settings) : settings_(settings) {
   const auto follow = [this](auto&... preferences) {
     (subscriptions_.push_back(preferences.subscribe([this](const auto&) { Q_EMIT changed(); })), ...);
@@ -29,6 +31,16 @@ int PersonalizeState::backend() const {
 void PersonalizeState::setBackend(int index) {
   if (index < 0 || index >= static_cast<int>(allAIBackends.size())) return;
   settings_.backend.set(allAIBackends[static_cast<size_t>(index)]);
+}
+
+QString PersonalizeState::backendDetail() const {
+  switch (settings_.backend.get()) {
+    case AIBackend::appleIntelligence:
+      return u"Apple Intelligence by default, with template fallbacks."_s;
+    case AIBackend::ollama:
+      return u"Your Ollama model over localhost."_s;
+  }
+  Q_UNREACHABLE();
 }
 
 QString PersonalizeState::summonHotkey() const {

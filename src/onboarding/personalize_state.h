@@ -22,6 +22,7 @@ class PersonalizeState : public QObject {
   Q_PROPERTY(bool keyboardNavEnabled READ keyboardNavEnabled WRITE setKeyboardNavEnabled NOTIFY changed)
   Q_PROPERTY(QVariantList backends READ backends CONSTANT)
   Q_PROPERTY(int backend READ backend WRITE setBackend NOTIFY changed)
+  Q_PROPERTY(QString backendDetail READ backendDetail NOTIFY changed)
   Q_PROPERTY(QString summonHotkey READ summonHotkey NOTIFY changed)
 
  public:
@@ -44,6 +45,8 @@ class PersonalizeState : public QObject {
   /// The place of the backend among them.
   [[nodiscard]] int backend() const;
   void setBackend(int index);
+  /// What the backend is, in a sentence.
+  [[nodiscard]] QString backendDetail() const;
   /// The shortcut as people read it.
   [[nodiscard]] QString summonHotkey() const;
 

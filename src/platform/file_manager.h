@@ -23,6 +23,10 @@ class FileManager {
   enum class Read {
     quick,     ///< for polling: what can be told at little cost, from what is known if nothing has changed
     thorough,  ///< for a request of the user's: however many items there are
+    /// As thorough, but whatever is in front: reads the file manager that was in front last, or else one that
+    /// runs. What it says is of no use; but what the system asks of the user, and what has to be searched
+    /// first, is asked and found by it.
+    priming,
   };
 
   /// The exact local paths of the selected items as file URLs in the file manager's order; empty when nothing

@@ -68,6 +68,18 @@ QString runtimeFolder() {
   return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + u"/lumeno"_s;
 }
 
+Backdrop backdropFor(SeeThrough through) {
+  switch (through) {
+    case SeeThrough::nothing:
+      return Backdrop::opaque;
+    case SeeThrough::sharp:
+      return Backdrop::translucent;
+    case SeeThrough::blurred:
+      return Backdrop::blurred;
+  }
+  Q_UNREACHABLE();
+}
+
 PanelShape cardShape(const HudWindow& window) {
   const QRectF card = window.cardRect();
   return {{card.x(), card.y(), card.width(), card.height()}, window.cardRadius()};
@@ -87,8 +99,8 @@ class Application::Private {
     bus.onActivate = [this] { activate(); };
     bus.isAccessGranted = [this] { return accessibility.isTrusted(); };
     bus.publish();
-    backdropChanges = panelWindow.compositorPresent().subscribe(
-        [this](bool present) { theme.setBackdrop(present ? Backdrop::translucent : Backdrop::opaque); });
+    backdropChanges = panelWindow.seeThrough().subscribe(
+        [this](SeeThrough through) { theme.setBackdrop(backdropFor(through)); });
     preferenceProblems = preferences.problem().subscribe([this](const QString& text) {
       if (!text.isEmpty()) tray.showMessage(text);
     });

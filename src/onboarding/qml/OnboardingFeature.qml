@@ -18,9 +18,9 @@ Item {
         id: titleLabel
         x: tile.width + 14
         width: parent.width - x
-        height: theme.metrics.statusLine
+        height: Math.max(theme.metrics.statusLine, implicitHeight)
         font.weight: Font.DemiBold
-        elide: Text.ElideRight
+        wrapMode: Text.Wrap
     }
     Paragraph {
         id: detailLabel

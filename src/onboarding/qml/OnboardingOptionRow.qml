@@ -1,7 +1,8 @@
 import QtQuick
 import "../../view_kit/qml"
 
-// A permission with its state and the control that changes it.
+// A permission with its state and the control that changes it: beside the text, or below it where that would
+// become too narrow to read.
 Item {
     id: option
 
@@ -10,9 +11,12 @@ Item {
 
     signal activated
 
-    readonly property real textHeight: title.height + 1 + detail.height + (note.visible ? 4 + note.height : 0)
+    readonly property real textWidth: width - body.x - 14
+    readonly property real widthBeside: textWidth - button.width - 14
+    readonly property bool isStacked: button.visible && widthBeside < 180
+    readonly property real bodyHeight: body.height + (isStacked ? 10 + button.height : 0)
 
-    implicitHeight: Math.max(76, 12 + textHeight + 12)
+    implicitHeight: Math.max(76, 12 + bodyHeight + 12)
 
     Surface {
         anchors.fill: parent
@@ -23,23 +27,24 @@ Item {
     OnboardingIconTile {
         id: tile
         x: 14
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenter: body.verticalCenter
         icon: option.row.icon
         tint: theme.colors.tints[option.row.tint]
     }
     Item {
+        id: body
         x: tile.x + tile.width + 14
-        width: (button.visible ? button.x : option.width) - 14 - x
-        height: option.textHeight
-        anchors.verticalCenter: parent.verticalCenter
+        y: (option.height - option.bodyHeight) / 2
+        width: button.visible && !option.isStacked ? option.widthBeside : option.textWidth
+        height: title.height + 1 + detail.height + (note.visible ? 4 + note.height : 0)
 
         Label {
             id: title
             width: parent.width
-            height: theme.metrics.statusLine
+            height: Math.max(theme.metrics.statusLine, implicitHeight)
             text: option.row.title
             font.weight: Font.DemiBold
-            elide: Text.ElideRight
+            wrapMode: Text.Wrap
         }
         Paragraph {
             id: detail
@@ -64,13 +69,14 @@ Item {
         id: button
         visible: option.row.button
         enabled: option.row.buttonEnabled
-        anchors.right: parent.right
-        anchors.rightMargin: 14
-        anchors.verticalCenter: parent.verticalCenter
+        x: option.isStacked ? body.x : option.width - 14 - width
+        y: option.isStacked ? body.y + body.height + 10 : (option.height - height) / 2
         prominent: option.prominent
         text: option.row.button
         hint: option.row.title
         symbol: option.row.buttonSymbol
         onActivated: option.activated()
+        // The focus does not leave by itself.
+        onVisibleChanged: if (!visible && activeFocus) root.forceActiveFocus()
     }
 }

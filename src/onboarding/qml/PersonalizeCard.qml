@@ -1,7 +1,8 @@
 import QtQuick
 import "../../view_kit/qml"
 
-// Some preferences that belong together. All cards of a row are as high as the highest.
+// Some preferences that belong together. All cards of a row are as high as the highest; none should be narrower
+// than its controls need.
 Item {
     id: card
 
@@ -11,6 +12,8 @@ Item {
     property alias detail: detailLabel.text
     default property alias controls: controlColumn.data
 
+    implicitWidth: 28 + Array.from(controlColumn.children).reduce(
+        (most, control) => Math.max(most, control.implicitWidth), 0)
     implicitHeight: detailLabel.y + detailLabel.height + 10 + controlColumn.height + 14
 
     Surface {
@@ -30,14 +33,14 @@ Item {
         x: tile.x + tile.width + 10
         y: tile.y
         width: card.width - x - 14
-        height: tile.height
+        height: Math.max(tile.height, implicitHeight)
         font.weight: Font.DemiBold
-        elide: Text.ElideRight
+        wrapMode: Text.Wrap
     }
     Paragraph {
         id: detailLabel
         x: 14
-        y: tile.y + tile.height + 8
+        y: titleLabel.y + titleLabel.height + 8
         width: card.width - 28
         size: theme.metrics.caption
         line: theme.metrics.captionLine

@@ -1,11 +1,9 @@
 import QtQuick
-import "../../view_kit/qml"
 
 SceneColumn {
     id: scene
 
     readonly property var preferences: onboarding.preferences
-    readonly property bool usesOllama: preferences.backend === 1
 
     OnboardingEyebrow { text: "Make it yours" }
     SceneHeading {
@@ -74,20 +72,12 @@ SceneColumn {
             }
         }
         PersonalizeCard {
-            icon: scene.usesOllama ? "server.rack" : "apple.logo"
+            icon: scene.preferences.backends[scene.preferences.backend].symbol
             tint: theme.colors.tints["teal"]
             title: "Local AI backend"
-            detail: scene.usesOllama ? "Your Ollama model over localhost."
-                : "Apple Intelligence by default, with template fallbacks."
+            detail: scene.preferences.backendDetail
 
-            Label {
-                height: theme.metrics.subheadlineLine
-                text: "AI backend"
-                font.pixelSize: theme.metrics.subheadline
-                Accessible.ignored: true
-            }
-            Picker {
-                width: parent.width
+            PickerRow {
                 text: "AI backend"
                 options: scene.preferences.backends
                 current: scene.preferences.backend

@@ -15,7 +15,8 @@ SceneColumn {
             + "Results stream in without leaving the app you're in."
     }
     Space { size: 26 }
-    Row {
+    Flow {
+        width: parent.width
         spacing: 10
 
         CapsuleButton {
@@ -38,6 +39,7 @@ SceneColumn {
             symbol: "command"
             symbolSize: 16
             symbolColor: theme.colors.windowSecondary
+            gap: 8
             text: onboarding.preferences.summonHotkey + " summons it anytime"
         }
         OnboardingNote {

@@ -10,6 +10,7 @@ Item {
 
     signal toggled(bool on)
 
+    implicitWidth: Math.ceil(label.implicitWidth) + 10 + toggle.width
     width: parent.width
     height: Math.max(22, label.implicitHeight)
 

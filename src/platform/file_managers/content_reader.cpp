@@ -12,19 +12,52 @@ namespace {
 
 constexpr qint64 failedSearchPause = 5000;  // milliseconds
 
+bool has(uint64_t states, int state) {
+  return (states >> state) & 1;
+}
+
 }  // namespace
 
-std::optional<std::vector<QByteArray>> ContentReader::read(const FileManagerRecipe& recipe, ProcessId process,
-                                                           const Effort& effort) {
+std::optional<std::vector<QByteArray>> ContentReader::read(const Target& target, const Effort& effort) {
   client_.beginRound(effort.limit, effort.callLimit);
+  return connect() ? readConnected(target, effort) : std::nullopt;
+}
+
+std::optional<std::vector<QByteArray>> ContentReader::readAny(const std::optional<Target>& preferred,
+                                                              const Effort& effort) {
+  client_.beginRound(effort.limit, effort.callLimit);
+  if (!connect()) return std::nullopt;
+  const bool isThere = preferred && focus_.application(preferred->process);
+  const auto target = isThere ? preferred : runningFileManager();
+  return target ? readConnected(*target, effort) : std::nullopt;
+}
+
+bool ContentReader::connect() {
   bool isNewConnection = false;
-  if (!client_.ensureConnected(isNewConnection)) return std::nullopt;
-  if (isNewConnection || process != process_) {
+  if (!client_.ensureConnected(isNewConnection)) return false;
+  if (isNewConnection) process_ = 0;
+  return true;
+}
+
+std::optional<ContentReader::Target> ContentReader::runningFileManager() {
+  const Reference desktop{QLatin1StringView(atspi::registryName), QLatin1StringView(atspi::rootPath)};
+  for (const Reference& application : client_.children(desktop)) {
+    const auto recipe = recipeFor(client_.name(application).value_or(QString()).toLower());
+    const auto process = recipe ? client_.processOf(application.busName) : std::nullopt;
+    if (process) return Target{*recipe, *process};
+  }
+  return std::nullopt;
+}
+
+std::optional<std::vector<QByteArray>> ContentReader::readConnected(const Target& target,
+                                                                    const Effort& effort) {
+  const auto& [recipe, process] = target;
+  if (process != process_) {
     process_ = process;
     application_.reset();
     frame_ = {};
   }
-  const auto frame = activeFrame(process);
+  const auto frame = activeFrame(process, effort);
   const auto view = frame ? viewIn(recipe, *frame, effort) : std::nullopt;
   if (!view) return std::nullopt;
   const QString title = client_.name(*frame).value_or(QString());
@@ -51,16 +84,19 @@ void ContentReader::disconnect() {
   client_.disconnect();
 }
 
-std::optional<Reference> ContentReader::activeFrame(ProcessId process) {
+std::optional<Reference> ContentReader::activeFrame(ProcessId process, const Effort& effort) {
   if (!application_) application_ = focus_.application(process);
   if (!application_) return std::nullopt;
   std::optional<Reference> active;
+  std::optional<Reference> shown;
   for (const Reference& frame : client_.children(*application_)) {
-    if (!client_.hasState(frame, atspi::stateActive)) continue;
+    const uint64_t states = client_.states(frame).value_or(0);
+    if (!shown && has(states, atspi::stateShowing)) shown = frame;
+    if (!has(states, atspi::stateActive)) continue;
     if (active) return std::nullopt;
     active = frame;
   }
-  return active;
+  return active || !effort.takesAnyWindow ? active : shown;
 }
 
 std::optional<Reference> ContentReader::viewIn(const FileManagerRecipe& recipe, const Reference& frame,

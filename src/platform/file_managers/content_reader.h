@@ -22,16 +22,28 @@ class ContentReader {
     std::chrono::milliseconds callLimit;  ///< of each question to the other process
     std::optional<int> mostNames;         ///< where there are more they are not read
     bool isInsistent = false;             ///< looks for the view also if it was not found a moment ago
+    bool takesAnyWindow = false;          ///< one that is shown, where none is active
+  };
+
+  /// A file manager that runs.
+  struct Target {
+    FileManagerRecipe recipe;
+    ProcessId process = 0;
   };
 
   /// The paths of the selected items in the order of the view; empty when nothing, or nothing local, is
   /// selected; absent when they cannot be told exactly.
-  std::optional<std::vector<QByteArray>> read(const FileManagerRecipe& recipe, ProcessId process,
-                                              const Effort& effort);
+  std::optional<std::vector<QByteArray>> read(const Target& target, const Effort& effort);
+  /// As `read`, of the preferred one if it still runs, or else of another.
+  std::optional<std::vector<QByteArray>> readAny(const std::optional<Target>& preferred,
+                                                 const Effort& effort);
   void disconnect();
 
  private:
-  std::optional<atspi::Reference> activeFrame(ProcessId process);
+  bool connect();
+  std::optional<Target> runningFileManager();
+  std::optional<std::vector<QByteArray>> readConnected(const Target& target, const Effort& effort);
+  std::optional<atspi::Reference> activeFrame(ProcessId process, const Effort& effort);
   /// The one content view of the window, from what is known or by a search.
   std::optional<atspi::Reference> viewIn(const FileManagerRecipe& recipe, const atspi::Reference& frame,
                                          const Effort& effort);

@@ -20,9 +20,11 @@ namespace {
 using Answer = std::optional<std::vector<QUrl>>;
 using Paths = std::optional<std::vector<QByteArray>>;
 using Effort = ContentReader::Effort;
+using Target = ContentReader::Target;
 
-constexpr Effort quickEffort{1000ms, 250ms, 300, false};
-constexpr Effort thoroughEffort{5000ms, 1500ms, std::nullopt, true};
+constexpr Effort quickEffort{1000ms, 250ms, 300, false, false};
+constexpr Effort thoroughEffort{5000ms, 1500ms, std::nullopt, true, false};
+constexpr Effort primingEffort{5000ms, 1500ms, std::nullopt, true, true};
 // The limits bound the questions to others, but the disk may hang. So much later nobody waits any more.
 constexpr auto grace = 500ms;
 constexpr unsigned long quitWait = 200;  // milliseconds
@@ -56,6 +58,11 @@ class DesktopFileManager::Private final {
     answers_->take = [this](uint64_t id, const Paths& paths, int milliseconds) {
       finish(id, paths, milliseconds);
     };
+    const auto remember = [this](const std::optional<RunningApplication>& front) {
+      if (isFileManager(front)) lastInFront_ = front;
+    };
+    activations_ = workspace.onActivation(remember);
+    remember(workspace.frontmostApplication());
   }
 
   ~Private() {
@@ -73,6 +80,7 @@ class DesktopFileManager::Private final {
   }
 
   Job readSelection(Read read, std::function<void(Answer)> done) {
+    if (read == Read::priming) return prime(std::move(done));
     const auto application = frontFileManager();
     if (!application) return answer(std::nullopt, std::move(done));
     if (const auto reported = reports_.selection(application->processIdentifier, application->window)) {
@@ -92,7 +100,9 @@ class DesktopFileManager::Private final {
       std::erase_if(requests, [](const auto& other) { return !other->done; });
       requests.push_back(request);
     } else {
-      begin(*application, *recipe, read, request);
+      const Target target{*recipe, application->processIdentifier};
+      begin(readingOf(*application, read), request,
+            [target, read](ContentReader& reader) { return reader.read(target, effortOf(read)); });
     }
     return Job([request] { request->done = nullptr; });
   }
@@ -114,8 +124,8 @@ class DesktopFileManager::Private final {
     ProcessId process = 0;
     uint64_t window = 0;
     uint64_t serial = 0;  ///< of what happened before it began
-    std::vector<std::shared_ptr<Request>> requests;
-    Job deadline;
+    std::vector<std::shared_ptr<Request>> requests{};
+    Job deadline{};
     bool isOverdue = false;  ///< nobody waits for it any more
 
     [[nodiscard]] bool isFor(const RunningApplication& application) const {
@@ -132,21 +142,54 @@ class DesktopFileManager::Private final {
     int quickReadsLeft = 0;
   };
 
+  static bool isFileManager(const std::optional<RunningApplication>& application) {
+    return application && application->bundleIdentifier == fileManagerBundleIdentifier;
+  }
+
   std::optional<RunningApplication> frontFileManager() {
     auto application = workspace_.frontmostApplication();
-    if (!application || application->bundleIdentifier != fileManagerBundleIdentifier) return std::nullopt;
-    return application;
+    return isFileManager(application) ? application : std::nullopt;
   }
 
   static std::chrono::milliseconds deadlineOf(Read read) { return effortOf(read).limit + grace; }
-  static const Effort& effortOf(Read read) { return read == Read::quick ? quickEffort : thoroughEffort; }
+  static const Effort& effortOf(Read read) {
+    switch (read) {
+      case Read::quick:
+        return quickEffort;
+      case Read::thorough:
+        return thoroughEffort;
+      case Read::priming:
+        break;
+    }
+    return primingEffort;
+  }
+
+  Job prime(std::function<void(Answer)> done) {
+    constexpr Read read = Read::priming;
+    if (!accessibility_.isTrusted()) return answer(std::nullopt, std::move(done));
+    if (isHung(read)) return answer(std::nullopt, std::move(done), deadlineOf(read));
+    std::optional<Target> preferred;
+    const auto recipe = lastInFront_ ? recipeFor(lastInFront_->applicationId) : std::nullopt;
+    if (recipe) preferred = {*recipe, lastInFront_->processIdentifier};
+    const auto request = std::make_shared<Request>(Request{std::move(done)});
+    begin({.kind = read}, request,
+          [preferred](ContentReader& reader) { return reader.readAny(preferred, primingEffort); });
+    return Job([request] { request->done = nullptr; });
+  }
 
   /// Whether the worker is so late with another read that this one would only wait behind it.
   bool isHung(Read read) const {
     return std::any_of(readings_.begin(), readings_.end(), [read](const auto& entry) {
       const Reading& other = entry.second;
-      return other.isOverdue && (other.kind == Read::thorough || read == Read::quick);
+      return other.isOverdue && (other.kind != Read::quick || read == Read::quick);
     });
+  }
+
+  Reading readingOf(const RunningApplication& application, Read read) {
+    return {.kind = read,
+            .process = application.processIdentifier,
+            .window = application.window,
+            .serial = accessibility_.activitySerial()};
   }
 
   Job answer(Answer value, std::function<void(Answer)> done, std::chrono::milliseconds delay = 0ms) {
@@ -161,32 +204,28 @@ class DesktopFileManager::Private final {
     return isSame && known_.confirmations >= confirmationsNeeded && known_.quickReadsLeft-- > 0;
   }
 
-  void begin(const RunningApplication& application, const FileManagerRecipe& recipe, Read read,
-             const std::shared_ptr<Request>& request) {
+  void begin(Reading reading, const std::shared_ptr<Request>& request,
+             std::function<Paths(ContentReader&)> read) {
     if (!worker_) startWorker();
     const uint64_t id = ++latestReading_;
-    if (read == Read::quick) latestQuick_ = id;
-    readings_.emplace(id, Reading{read,
-                                  application.processIdentifier,
-                                  application.window,
-                                  accessibility_.activitySerial(),
-                                  {request},
-                                  scheduler_.after(deadlineOf(read), [this, id] { giveUp(id); })});
-    const ProcessId process = application.processIdentifier;
-    QMetaObject::invokeMethod(worker_, [worker = worker_, answers = std::weak_ptr(answers_), id, recipe,
-                                        process, effort = effortOf(read)] {
-      if (answers.expired()) return;
-      QElapsedTimer clock;
-      clock.start();
-      auto paths = worker->reader.read(recipe, process, effort);
-      const auto milliseconds = static_cast<int>(clock.elapsed());
-      const auto receiver = answers.lock();
-      if (!receiver) return;
-      const auto deliver = [to = receiver.get(), id, paths = std::move(paths), milliseconds] {
-        if (to->take) to->take(id, paths, milliseconds);
-      };
-      QMetaObject::invokeMethod(receiver.get(), deliver, Qt::QueuedConnection);
-    });
+    if (reading.kind == Read::quick) latestQuick_ = id;
+    reading.requests = {request};
+    reading.deadline = scheduler_.after(deadlineOf(reading.kind), [this, id] { giveUp(id); });
+    readings_.emplace(id, std::move(reading));
+    QMetaObject::invokeMethod(
+        worker_, [worker = worker_, answers = std::weak_ptr(answers_), id, read = std::move(read)] {
+          if (answers.expired()) return;
+          QElapsedTimer clock;
+          clock.start();
+          auto paths = read(worker->reader);
+          const auto milliseconds = static_cast<int>(clock.elapsed());
+          const auto receiver = answers.lock();
+          if (!receiver) return;
+          const auto deliver = [to = receiver.get(), id, paths = std::move(paths), milliseconds] {
+            if (to->take) to->take(id, paths, milliseconds);
+          };
+          QMetaObject::invokeMethod(receiver.get(), deliver, Qt::QueuedConnection);
+        });
   }
 
   /// The reading stays known until the worker is through with it.
@@ -211,6 +250,10 @@ class DesktopFileManager::Private final {
     if (paths) {
       found.emplace();
       for (const QByteArray& path : *paths) found->push_back(fileUrl(path));
+    }
+    if (reading.kind == Read::priming) {
+      answerAll(reading.requests, found);
+      return;
     }
     remember(reading, found, milliseconds);
     // Meanwhile another window may have come to the front, or trust may have gone.
@@ -241,6 +284,8 @@ class DesktopFileManager::Private final {
   Accessibility& accessibility_;
   Scheduler& scheduler_;
   SelectionReports reports_;
+  std::optional<RunningApplication> lastInFront_;  ///< of the file managers
+  Subscription activations_;
   Known known_;
   std::map<uint64_t, Reading> readings_;  ///< that the worker has not finished, in their order
   uint64_t latestReading_ = 0;

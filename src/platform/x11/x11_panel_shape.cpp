@@ -2,6 +2,7 @@
 
 #include <xcb/shape.h>
 
+#include "platform/x11/x11_compositor.h"
 #include "platform/x11/x11_shape.h"
 #include "platform/x11/x11_toolkit.h"
 
@@ -34,7 +35,7 @@ void X11PanelShape::apply(bool hasCompositor) {
                          rectangles.data());
   };
   cut(XCB_SHAPE_SK_INPUT);
-  const xcb_atom_t blur = connection_.atom("_KDE_NET_WM_BLUR_BEHIND_REGION");
+  const xcb_atom_t blur = connection_.atom(blurRegionProperty);
   if (hasCompositor) {
     xcb_shape_mask(toolkit_, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, window, 0, 0, XCB_PIXMAP_NONE);
     xcb_change_property(toolkit_, XCB_PROP_MODE_REPLACE, window, blur, XCB_ATOM_CARDINAL, 32,

@@ -65,7 +65,7 @@ X11PanelWindow::X11PanelWindow(X11Connection& connection, QQuickWindow& window, 
   connect(&fade_, &QVariantAnimation::finished, this, [this] {
     if (const auto done = std::exchange(onFaded_, nullptr)) done();
   });
-  compositorChanges_ = compositor_.isPresent().subscribe([this](const auto&) { renewShape(); });
+  compositorChanges_ = compositor_.seeThrough().subscribe([this](const auto&) { renewShape(); });
   // The window manager stacks its windows without regard to ours.
   const xcb_atom_t stacking = connection_.atom("_NET_CLIENT_LIST_STACKING");
   connection_.addWindowEventMask(connection_.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
@@ -162,7 +162,7 @@ void X11PanelWindow::fadeOut(std::chrono::milliseconds duration, std::function<v
   fade_.stop();
   onFaded_ = std::move(done);
   fadeStart_ = alpha_;
-  fade_.setDuration(compositor_.isPresent().get() ? static_cast<int>(duration.count()) : 1);
+  fade_.setDuration(compositor_.isPresent() ? static_cast<int>(duration.count()) : 1);
   fade_.start();
 }
 
@@ -179,7 +179,7 @@ void X11PanelWindow::invalidateShape() {
 
 void X11PanelWindow::renewShape() {
   isShapeDirty_ = false;
-  shape_.apply(compositor_.isPresent().get());
+  shape_.apply(compositor_.isPresent());
 }
 
 bool X11PanelWindow::eventFilter(QObject* watched, QEvent* event) {

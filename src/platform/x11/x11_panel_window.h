@@ -35,8 +35,8 @@ class X11PanelWindow final : public QObject, public PanelWindow {
   void fadeOut(std::chrono::milliseconds duration, std::function<void()> done) override;
   void invalidateShape() override;
 
-  /// Whether windows can be see-through. Without that the card must be opaque: its margin is cut off.
-  [[nodiscard]] Observable<bool>& compositorPresent() { return compositor_.isPresent(); }
+  /// What shows through the window. Where that is nothing the card must be opaque: its margin is cut off.
+  [[nodiscard]] Observable<SeeThrough>& seeThrough() { return compositor_.seeThrough(); }
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -16,6 +16,11 @@ XcbPtr<xcb_get_property_reply_t> read(const X11Connection& connection, xcb_windo
 
 }  // namespace
 
+bool hasProperty(const X11Connection& connection, xcb_window_t window, xcb_atom_t property) {
+  const auto reply = read(connection, window, property);
+  return reply && reply->type != XCB_ATOM_NONE;
+}
+
 std::vector<uint32_t> cardinalProperty(const X11Connection& connection, xcb_window_t window,
                                        xcb_atom_t property) {
   const auto reply = read(connection, window, property);

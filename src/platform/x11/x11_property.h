@@ -7,6 +7,8 @@
 
 namespace lumeno {
 
+/// Whether a window has a property, of whatever type and value.
+[[nodiscard]] bool hasProperty(const X11Connection& connection, xcb_window_t window, xcb_atom_t property);
 /// A property of a window as 32-bit numbers; empty when it is absent or has another format.
 [[nodiscard]] std::vector<uint32_t> cardinalProperty(const X11Connection& connection, xcb_window_t window,
                                                      xcb_atom_t property);

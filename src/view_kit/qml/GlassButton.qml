@@ -40,9 +40,9 @@ Item {
             press()
     }
 
-    // Assistive technology reaches disabled buttons too.
+    // Assistive technology reaches disabled buttons too, and Space one that has gone.
     function press() {
-        if (enabled)
+        if (enabled && visible)
             activated()
     }
 

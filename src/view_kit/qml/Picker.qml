@@ -10,10 +10,11 @@ Item {
 
     readonly property var option: options[current] || { label: "" }
     readonly property bool open: list.active
+    readonly property real labelWidth: Math.min(Math.ceil(label.implicitWidth), 300)
 
     signal chosen(int index)
 
-    implicitWidth: 11 + (mark.visible ? mark.implicitWidth + 8 : 0) + label.width + 10 + 13 + 8
+    implicitWidth: 11 + (mark.visible ? mark.implicitWidth + 8 : 0) + labelWidth + 10 + 13 + 8
     implicitHeight: Math.max(32, theme.metrics.subheadline + 19)
     activeFocusOnTab: true
 
@@ -57,7 +58,7 @@ Item {
     Label {
         id: label
         x: mark.visible ? mark.x + mark.implicitWidth + 8 : 11
-        width: Math.min(Math.ceil(implicitWidth), 300)
+        width: Math.min(picker.labelWidth, chevron.x - x - 6)
         height: parent.height
         text: picker.option.label
         font.pixelSize: theme.metrics.subheadline
@@ -65,6 +66,7 @@ Item {
         Accessible.ignored: true
     }
     Symbol {
+        id: chevron
         anchors.right: parent.right
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter

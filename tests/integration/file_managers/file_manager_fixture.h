@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <functional>
 #include <memory>
 
 #include "base/qt_scheduler.h"
@@ -97,10 +98,11 @@ class FileManagerTest : public testing::Test {
          QString::number(frame.maxY() - up), QStringLiteral("click"), QStringLiteral("1")});
   }
 
-  Files read(FileManager::Read kind = FileManager::Read::quick) {
+  Files read(FileManager::Read kind = FileManager::Read::quick) { return read(kind, fileManager); }
+  Files read(FileManager::Read kind, FileManager& manager) {
     Files files;
     bool isAnswered = false;
-    const Job job = fileManager.readSelection(kind, [&](std::optional<std::vector<QUrl>> urls) {
+    const Job job = manager.readSelection(kind, [&](std::optional<std::vector<QUrl>> urls) {
       files = names_(urls);
       isAnswered = true;
     });
@@ -109,7 +111,7 @@ class FileManagerTest : public testing::Test {
     return files;
   }
   /// What is read in the end; file managers need a moment after a key. The last answer if it never comes.
-  Files readUntil(const Files& expected, std::chrono::milliseconds deadline = std::chrono::seconds(6)) {
+  Files readUntil(const Files& expected, std::chrono::milliseconds deadline = std::chrono::seconds(30)) {
     Files files;
     (void)waitUntil(
         [&] {
@@ -119,24 +121,35 @@ class FileManagerTest : public testing::Test {
         deadline);
     return files;
   }
-  /// Selects everything, as soon as the file manager has loaded it.
-  Files selectAll() {
+  /// Selects everything, as soon as the file manager has loaded it; before every attempt something can be done.
+  Files selectAll(const std::function<void()>& prepare = [] {}) {
     Files files;
-    for (int attempt = 0; attempt < 8 && files != Files(names); ++attempt) {
-      press({QStringLiteral("ctrl+a")});
-      files = readUntil(names, std::chrono::milliseconds(800));
-    }
+    (void)waitUntil(
+        [&] {
+          prepare();
+          press({QStringLiteral("ctrl+a")});
+          files = readUntil(names, std::chrono::seconds(2));
+          return files == names;
+        },
+        std::chrono::seconds(30));
     return files;
   }
-  /// What is copied in the end, with the keys pressed before every attempt: while a file manager still loads,
-  /// or takes note of a selection, its copy command does something else.
-  Files copyUntil(const Files& expected, const QStringList& keys = {}) {
+  /// Expects that these files are copied in the end and the clipboard is as before, with the keys pressed before
+  /// every attempt: while a file manager still loads, or takes note of a selection, its copy command does
+  /// something else, and what it copies too late stays on the clipboard.
+  void expectCopy(const Files& expected, const QStringList& keys = {}) {
     Files files;
-    for (int attempt = 0; attempt < 8 && files != expected; ++attempt) {
-      if (!keys.isEmpty()) press(keys);
-      files = copy();
-    }
-    return files;
+    QString text;
+    EXPECT_TRUE(waitUntil(
+        [&] {
+          pasteboard.setString(QStringLiteral("kept"));
+          if (!keys.isEmpty()) press(keys);
+          files = copy();
+          text = clipboardText();
+          return files == expected && text == QStringLiteral("kept");
+        },
+        std::chrono::seconds(30)))
+        << testing::PrintToString(files) << " copied, on the clipboard: " << text.toStdString();
   }
   QString clipboardText() {
     QString text;

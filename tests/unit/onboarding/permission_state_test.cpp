@@ -63,7 +63,7 @@ TEST_F(PermissionStateTest, PrimingReadsTheSelectedFilesOnceAndIgnoresTheAnswer)
   fileManager.selected = std::nullopt;
   EXPECT_EQ(permissions.finderRow().button, u"Prime"_s);
   permissions.primeFinder();
-  EXPECT_EQ(fileManager.reads, std::vector{FileManager::Read::thorough});
+  EXPECT_EQ(fileManager.reads, std::vector{FileManager::Read::priming});
   EXPECT_EQ(permissions.finderRow().button, u"Primed"_s);
   EXPECT_EQ(permissions.finderRow().buttonSymbol, u"checkmark"_s);
   EXPECT_EQ(permissions.finderRow().detail, u"Primed. If macOS needed confirmation, it has already asked."_s);
