@@ -52,8 +52,11 @@ SettingsQuickWindow::SettingsQuickWindow(ViewKit& kit, Scheduler& scheduler,
   connect(&state_, &SettingsState::tabChanged, this, setTabTitle);
   setTabTitle();
   connect(state_.recorder(), &ShortcutRecorder::isRecordingChanged, this, [this] { recordingChanged(); });
-  connect(this, &QWindow::activeChanged, this, [this] { state_.recorder()->setHasKeyboard(isActive()); });
   connect(this, &QWindow::screenChanged, this, [this] { followScreen(); });
+  keyboard_ = services.keyRecorder.windowWithKeyboard().subscribe([this](uint32_t window) {
+    hasKeyboard_ = window != 0 && handle() && window == winId();
+    state_.recorder()->setHasKeyboard(hasKeyboard_);
+  });
   fill();
   followScreen();
 }
@@ -97,26 +100,14 @@ void SettingsQuickWindow::fit() {
   resize(size);
 }
 
-void SettingsQuickWindow::present() {
-  if (windowStates() & Qt::WindowMinimized) {
-    showNormal();
-  } else {
-    // On another virtual desktop, or put away with all windows: shown anew, it comes to where the user is.
-    if (isVisible() && !isExposed()) hide();
-    show();
-  }
-  raise();
-  requestActivate();
-}
-
 void SettingsQuickWindow::recordingChanged() {
   if (state_.recorder()->isRecording()) {
     recordingEnd_.cancel();
     keepsKeys_ = true;
-    if (isActive()) return;
+    if (hasKeyboard_) return;
     requestActivate();
     recordingEnd_ = scheduler_.after(longestActivation, [this] {
-      if (!isActive()) state_.recorder()->cancel();
+      if (!hasKeyboard_) state_.recorder()->cancel();
     });
   } else {
     recordingEnd_ = scheduler_.after(lateKeys, [this] { keepsKeys_ = false; });

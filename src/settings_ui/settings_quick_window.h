@@ -20,8 +20,8 @@ class SettingsQuickWindow : public QQuickView {
   SettingsQuickWindow(ViewKit& kit, Scheduler& scheduler, const SettingsState::Services& services);
   ~SettingsQuickWindow() override;
 
-  /// Shows the window in front of all others, with the keyboard.
-  void present();
+  /// Whether keys are being recorded, or may still arrive from a recording: they mean nothing else.
+  [[nodiscard]] bool keepsKeys() const { return keepsKeys_; }
 
  Q_SIGNALS:
   void closed();
@@ -39,9 +39,13 @@ class SettingsQuickWindow : public QQuickView {
   ViewKit& kit_;
   Scheduler& scheduler_;
   SettingsState state_;
-  bool keepsKeys_ = false;      ///< keys are being recorded, or may still arrive from a recording
+  /// Not whether it is the active window: that ends already when another program, mostly the window manager,
+  /// grabs a key that is part of a shortcut.
+  bool hasKeyboard_ = false;
+  bool keepsKeys_ = false;
   QSet<quint32> recordedKeys_;  ///< are down, and mean nothing more
   Job recordingEnd_;
+  Subscription keyboard_;
   QMetaObject::Connection roomChanges_;
 };
 

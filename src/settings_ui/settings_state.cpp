@@ -83,15 +83,6 @@ QString SettingsState::tabName() const {
   return tabs().at(tab_).toMap().value(u"label"_s).toString();
 }
 
-void SettingsState::setLaunchAtLogin(bool wanted) {
-  settings_.launchAtLogin.set(wanted);
-  const bool isDone = launchAtLogin() == wanted;
-  loginProblem_ = isDone   ? QString()
-                  : wanted ? u"Lumeno could not be added to the programs that start at login."_s
-                           : u"Lumeno could not be removed from the programs that start at login."_s;
-  Q_EMIT settingsChanged();
-}
-
 void SettingsState::setAccentTheme(int index) {
   choose(settings_.accentTheme, index, accentThemes().size());
 }

@@ -21,7 +21,6 @@ class SettingsState : public QObject {
   Q_PROPERTY(QVariantList tabs READ tabs CONSTANT)
   Q_PROPERTY(QString tabName READ tabName NOTIFY tabChanged)
   Q_PROPERTY(bool launchAtLogin READ launchAtLogin WRITE setLaunchAtLogin NOTIFY settingsChanged)
-  Q_PROPERTY(QString loginProblem READ loginProblem NOTIFY settingsChanged)
   Q_PROPERTY(
       bool summonHotkeyEnabled READ summonHotkeyEnabled WRITE setSummonHotkeyEnabled NOTIFY settingsChanged)
   Q_PROPERTY(
@@ -68,9 +67,7 @@ class SettingsState : public QObject {
   [[nodiscard]] QString tabName() const;
 
   [[nodiscard]] bool launchAtLogin() const { return settings_.launchAtLogin.get(); }
-  void setLaunchAtLogin(bool wanted);
-  /// Said after an assignment that could not be carried out.
-  [[nodiscard]] const QString& loginProblem() const { return loginProblem_; }
+  void setLaunchAtLogin(bool wanted) { settings_.launchAtLogin.set(wanted); }
   [[nodiscard]] bool summonHotkeyEnabled() const { return settings_.summonHotkeyEnabled.get(); }
   void setSummonHotkeyEnabled(bool enabled) { settings_.summonHotkeyEnabled.set(enabled); }
   [[nodiscard]] bool fileActionsEnabled() const { return settings_.fileActionsEnabled.get(); }
@@ -129,7 +126,6 @@ class SettingsState : public QObject {
   ModelList models_;
   ApplicationList applications_;
   int tab_ = 0;
-  QString loginProblem_;
   QString problem_;
   std::vector<Subscription> subscriptions_;
 };

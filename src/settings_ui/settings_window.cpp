@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "settings_ui/present_window.h"
+
 namespace lumeno {
 
 SettingsWindow::SettingsWindow(ViewKit& kit, Scheduler& scheduler, SettingsState::Services services)
@@ -16,7 +18,7 @@ void SettingsWindow::show() {
     window_ = new SettingsQuickWindow(kit_, scheduler_, services_);
     QObject::connect(window_, &SettingsQuickWindow::closed, window_, [this] { forget(); });
   }
-  window_->present();
+  presentWindow(*window_);
 }
 
 void SettingsWindow::close() {

@@ -6,12 +6,6 @@ namespace lumeno {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr uint16_t escapeKey = 53;
-
-}  // namespace
-
 ShortcutRecorder::ShortcutRecorder(SettingsStore& settings, KeyRecorder& keys, SystemSound& sound)
     : settings_(settings), keys_(keys), sound_(sound) {
   shortcut_ = settings.summonHotkey.subscribe([this](const HotkeyConfig&) { Q_EMIT labelChanged(); });
@@ -57,7 +51,7 @@ void ShortcutRecorder::setHasKeyboard(bool hasKeyboard) {
 
 void ShortcutRecorder::handle(KeyPress key) {
   if (!hasKeyboard_) return;
-  if (key.keyCode == escapeKey) {
+  if (key.keyCode == escapeKeyCode) {
     cancel();
     return;
   }

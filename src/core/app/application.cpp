@@ -14,6 +14,7 @@
 #include "capture/selection_observer.h"
 #include "core/app/program_bus.h"
 #include "core/app/tray.h"
+#include "core/app/window_shortcuts.h"
 #include "core/model/app_model.h"
 #include "core/settings/settings_store.h"
 #include "files/finder_selection_observer.h"
@@ -44,6 +45,7 @@
 #include "platform/x11/x11_screens.h"
 #include "platform/x11/x11_selection_buffer.h"
 #include "platform/x11/x11_workspace.h"
+#include "settings_ui/present_window.h"
 #include "settings_ui/settings_window.h"
 #include "view_kit/view_kit.h"
 
@@ -94,7 +96,7 @@ class Application::Private {
       : connection(std::move(x11)), bus(programBus) {
     bus.onSummon = forCaller([this] { model.summon(); });
     bus.onShowSettings = forCaller([this] { settingsWindow.show(); });
-    bus.onShowWelcome = forCaller([this] { onboarding.show(); });
+    bus.onShowWelcome = forCaller([this] { showWelcome(); });
     bus.onGrantAccess = forCaller([this] { authorization.requestAccess(); });
     bus.onActivate = [this] { activate(); };
     bus.isAccessGranted = [this] { return accessibility.isTrusted(); };
@@ -195,9 +197,11 @@ class Application::Private {
             settings,
             authorization,
             urlOpener,
-            {.showWelcome = [this] { onboarding.show(); },
+            theme,
+            {.showWelcome = [this] { showWelcome(); },
              .showSettings = [this] { settingsWindow.show(); },
              .quit = [this] { quit(); }}};
+  WindowShortcuts windowShortcuts{tray, [this](const QObject* each) { return takesShortcuts(each); }};
   bool isStartedForCaller = false;
   Job quitDeadline;  ///< an X server that hangs must not keep the program
   Subscription backdropChanges;
@@ -216,10 +220,25 @@ class Application::Private {
     // A desktop that starts the program through the bus says so by a call.
     if (std::exchange(isStartedForCaller, false) && QSystemTrayIcon::isSystemTrayAvailable()) return;
     if (!settings.hasCompletedOnboarding.get()) {
-      onboarding.show();
+      showWelcome();
     } else {
       settingsWindow.show();
     }
+  }
+
+  void showWelcome() {
+    if (OnboardingWindow* open = onboarding.window()) {
+      presentWindow(*open);
+    } else {
+      onboarding.show();
+    }
+  }
+
+  [[nodiscard]] bool takesShortcuts(const QObject* each) const {
+    const SettingsQuickWindow* settingsView = settingsWindow.window();
+    if (settingsView && each == settingsView) return !settingsView->keepsKeys();
+    const OnboardingWindow* welcome = onboarding.window();
+    return welcome && each == welcome;
   }
 
   void begin(LaunchRequest request) {
@@ -233,6 +252,7 @@ class Application::Private {
   }
 
   void quit() {
+    bus.withdraw();
     // Without us what was copied here would be gone.
     pasteboard.handOver([] { QApplication::quit(); });
     quitDeadline = scheduler.after(std::chrono::seconds(2), [] { QApplication::quit(); });

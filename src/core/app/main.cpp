@@ -72,11 +72,15 @@ int main(int argc, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
 
   lumeno::ProgramBus bus;
-  const lumeno::SingleInstance instance;
-  if (bus.isAlreadyRunning() || !instance.isOurs()) {
-    if (lumeno::forwardToRunningInstance(*request)) return 0;
-    std::fputs("Lumeno is already running, but does not answer.\n", stderr);
-    return 1;
+  lumeno::SingleInstance instance;
+  switch (instance.launch(bus, *request)) {
+    case lumeno::LaunchOutcome::first:
+      break;
+    case lumeno::LaunchOutcome::forwarded:
+      return 0;
+    case lumeno::LaunchOutcome::unanswered:
+      std::fputs("Lumeno is already running, but does not answer.\n", stderr);
+      return 1;
   }
   auto program = lumeno::Application::create(bus);
   if (!program) {

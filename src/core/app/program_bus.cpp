@@ -1,7 +1,7 @@
 #include "core/app/program_bus.h"
 
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
+#include <QDBusMessage>
 
 #include "core/app/program_name.h"
 
@@ -19,8 +19,22 @@ void call(const std::function<void()>& callback) {
 
 ProgramBus::ProgramBus(QObject* parent) : QObject(parent) {
   new DesktopActivation(*this);
+}
+
+bool ProgramBus::claim() {
   auto bus = QDBusConnection::sessionBus();
-  if (bus.isConnected() && !bus.registerService(busName)) isAlreadyRunning_ = true;
+  if (!hasName_) hasName_ = !bus.isConnected() || bus.registerService(busName);
+  return hasName_;
+}
+
+void ProgramBus::withdraw() {
+  auto bus = QDBusConnection::sessionBus();
+  bus.unregisterObject(busPath);
+  // Not the toolkit's own call, which would wait for the bus.
+  auto release = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                                u"org.freedesktop.DBus"_s, u"ReleaseName"_s);
+  release << QString(busName);
+  bus.send(release);
 }
 
 void ProgramBus::publish() {

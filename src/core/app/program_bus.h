@@ -17,8 +17,10 @@ class ProgramBus final : public QObject {
  public:
   explicit ProgramBus(QObject* parent = nullptr);
 
-  /// Whether another instance holds the name.
-  [[nodiscard]] bool isAlreadyRunning() const { return isAlreadyRunning_; }
+  /// Takes the name; false when another instance holds it.
+  [[nodiscard]] bool claim();
+  /// Gives the name up, and answers nobody any more: who starts the program from now on starts another one.
+  void withdraw();
 
   std::function<void()> onSummon;
   std::function<void()> onShowSettings;
@@ -42,7 +44,7 @@ class ProgramBus final : public QObject {
   Q_SCRIPTABLE void GrantAccess();
 
  private:
-  bool isAlreadyRunning_ = false;
+  bool hasName_ = false;
 };
 
 /// What desktops call when they start a program from its entry.

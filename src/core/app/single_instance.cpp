@@ -2,9 +2,12 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QStandardPaths>
+#include <QThread>
 #include <QVariantMap>
+#include <algorithm>
 
 #include "core/app/program_name.h"
 
@@ -14,7 +17,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int answerTimeout = 3000;  // milliseconds
+// Milliseconds.
+constexpr int patience = 5000;  // longer than an instance takes to end
+constexpr int answerTimeout = 3000;
+constexpr int pause = 50;
 
 QString lockPath() {
   const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
@@ -41,18 +47,36 @@ QDBusMessage messageFor(LaunchRequest request) {
   return activate;
 }
 
+bool forward(LaunchRequest request, int timeout) {
+  QDBusMessage message = messageFor(request);
+  message.setAutoStartService(false);  // where there is none any more, we are the next
+  return QDBusConnection::sessionBus().call(message, QDBus::Block, timeout).type() ==
+         QDBusMessage::ReplyMessage;
+}
+
 }  // namespace
 
 SingleInstance::SingleInstance() : lock_(lockPath()) {
   lock_.setStaleLockTime(0);  // it is a process that holds it, however long
-  // A folder that cannot be written to must not keep the program from running.
-  isOurs_ = lock_.tryLock(0) || lock_.error() != QLockFile::LockFailedError;
 }
 
-bool forwardToRunningInstance(LaunchRequest request) {
-  const QDBusMessage answer =
-      QDBusConnection::sessionBus().call(messageFor(request), QDBus::Block, answerTimeout);
-  return answer.type() == QDBusMessage::ReplyMessage;
+bool SingleInstance::lock() {
+  // A folder that cannot be written to must not keep the program from running.
+  return lock_.tryLock(0) || lock_.error() != QLockFile::LockFailedError;
+}
+
+LaunchOutcome SingleInstance::launch(ProgramBus& bus, LaunchRequest request) {
+  const QDeadlineTimer deadline(patience);
+  for (;;) {
+    if (bus.claim()) {
+      if (lock()) return LaunchOutcome::first;
+    } else if (forward(request,
+                       std::clamp<int>(static_cast<int>(deadline.remainingTime()), 1, answerTimeout))) {
+      return LaunchOutcome::forwarded;
+    }
+    if (deadline.hasExpired()) return LaunchOutcome::unanswered;
+    QThread::msleep(pause);
+  }
 }
 
 }  // namespace lumeno

@@ -3,27 +3,33 @@
 #include <QLockFile>
 
 #include "core/app/launch.h"
+#include "core/app/program_bus.h"
 
 namespace lumeno {
 
+/// What has become of a start.
+enum class LaunchOutcome {
+  first,       ///< this process is the one that runs
+  forwarded,   ///< the one that runs has been told
+  unanswered,  ///< another one runs, or is about to end, and does not answer
+};
+
 /// Holds the user's one place for a running Lumeno, also where there is no session bus: two of them would
-/// overwrite each other's settings.
+/// overwrite each other's settings. The place is the name on the bus and, for who has that, a lock.
 class SingleInstance {
  public:
   SingleInstance();
   SingleInstance(const SingleInstance&) = delete;
   SingleInstance& operator=(const SingleInstance&) = delete;
 
-  /// Whether this process is the one. A lock whose process has ended does not count.
-  [[nodiscard]] bool isOurs() const { return isOurs_; }
+  /// Takes the place, or asks the running instance for what this start was meant for. Waits some seconds for
+  /// one that is starting or ending. A lock whose process has ended does not count.
+  [[nodiscard]] LaunchOutcome launch(ProgramBus& bus, LaunchRequest request);
 
  private:
-  QLockFile lock_;
-  bool isOurs_ = false;
-};
+  [[nodiscard]] bool lock();
 
-/// Asks the running instance for what this start was meant for; false when it does not answer within a few
-/// seconds.
-[[nodiscard]] bool forwardToRunningInstance(LaunchRequest request);
+  QLockFile lock_;
+};
 
 }  // namespace lumeno

@@ -1,7 +1,6 @@
 #include "core/app/tray.h"
 
-#include <QGuiApplication>
-#include <QPalette>
+#include <QPainter>
 
 #include "view_kit/icon_renderer.h"
 
@@ -14,16 +13,51 @@ namespace {
 const QUrl accessibilityPane(
     u"x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"_s);
 
-QIcon menuIcon(const QString& symbol) {
-  return symbolIcon(symbol, {16, 22, 24, 32}, QGuiApplication::palette().color(QPalette::WindowText));
+constexpr int iconSizes[] = {16, 22, 24, 32};  // device pixels
+
+/// The installed icon of a symbol, which the desktop draws in the colour of its own text; null where the
+/// program is not installed.
+QIcon installedIcon(const QString& symbol) {
+  const QString name = u"org.lumeno.Lumeno-%1-symbolic"_s.arg(symbol);
+  // Asked for a name that is not there, the toolkit may find a shorter one.
+  return QIcon::hasThemeIcon(name) ? QIcon::fromTheme(name) : QIcon();
+}
+
+/// Where it is not installed it has a thin edge: nobody tells what colour panels and their menus have.
+QIcon iconOf(const QString& symbol, const QColor& color) {
+  const QIcon installed = installedIcon(symbol);
+  if (!installed.isNull()) return installed;
+  const QColor edgeColor = color.lightness() < 128 ? Qt::white : Qt::black;
+  QIcon icon;
+  for (const int size : iconSizes) {
+    const auto layer = [&](const QColor& ink) {
+      return symbolImage(symbol, ink, {size, size}, SymbolWeight::regular, SymbolLayers::subdued);
+    };
+    const QImage edge = layer(edgeColor);
+    QImage image(edge.size(), edge.format());
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    for (const QPoint offset : {QPoint(-1, 0), QPoint(1, 0), QPoint(0, -1), QPoint(0, 1)})
+      painter.drawImage(offset, edge);
+    painter.drawImage(QPoint(), layer(color));
+    painter.end();
+    icon.addPixmap(QPixmap::fromImage(image));
+  }
+  return icon;
 }
 
 }  // namespace
 
 Tray::Tray(AppModel& model, SettingsStore& settings, AccessibilityAuthorization& accessibility,
-           UrlOpener& urlOpener, const Actions& actions)
-    : model_(model), settings_(settings), accessibility_(accessibility), urlOpener_(urlOpener) {
+           UrlOpener& urlOpener, Theme& theme, const Actions& actions)
+    : model_(model),
+      settings_(settings),
+      accessibility_(accessibility),
+      urlOpener_(urlOpener),
+      theme_(theme) {
   buildMenu(actions);
+  drawSymbols();
+  QObject::connect(&theme_, &Theme::colorsChanged, &menu_, [this] { drawSymbols(); });
   icon_.setToolTip(u"Lumeno"_s);
   icon_.setContextMenu(&menu_);
 
@@ -46,10 +80,36 @@ void Tray::showMessage(const QString& text) {
   icon_.showMessage(u"Lumeno"_s, text);
 }
 
+bool Tray::handleShortcut(QKeyCombination keys) {
+  for (QAction* entry : menu_.actions()) {
+    if (entry->shortcut().isEmpty() || entry->shortcut() != QKeySequence(keys)) continue;
+    entry->trigger();
+    return true;
+  }
+  return false;
+}
+
+QAction* Tray::addEntry(const QString& symbol, const QString& text) {
+  QAction* entry = menu_.addAction(text);
+  entry->setData(symbol);
+  return entry;
+}
+
+void Tray::drawSymbols() {
+  if (theme_.colors().label == drawnColor_) return;
+  drawnColor_ = theme_.colors().label;
+  for (QAction* entry : menu_.actions()) {
+    const QString symbol = entry->data().toString();
+    if (!symbol.isEmpty()) entry->setIcon(iconOf(symbol, drawnColor_));
+  }
+  shownSymbol_.clear();
+  updateIcon();
+}
+
 void Tray::buildMenu(const Actions& actions) {
-  watching_ = menu_.addAction(menuIcon(u"checkmark.circle"_s), u"Watching for selections"_s);
+  watching_ = addEntry(u"checkmark.circle"_s, u"Watching for selections"_s);
   watching_->setEnabled(false);
-  enableAccess_ = menu_.addAction(menuIcon(u"lock.open"_s), u"Enable Accessibility Access…"_s);
+  enableAccess_ = addEntry(u"lock.open"_s, u"Enable Accessibility Access…"_s);
   QObject::connect(enableAccess_, &QAction::triggered, enableAccess_, [this] {
     accessibility_.requestAccess();
     urlOpener_.open(accessibilityPane, {});
@@ -62,7 +122,7 @@ void Tray::buildMenu(const Actions& actions) {
   heading->setEnabled(false);
   auto* group = new QActionGroup(&menu_);
   for (const AIBackend backend : allAIBackends) {
-    auto* action = menu_.addAction(menuIcon(symbolName(backend)), displayLabel(backend));
+    auto* action = addEntry(symbolName(backend), displayLabel(backend));
     action->setCheckable(true);
     group->addAction(action);
     QObject::connect(action, &QAction::triggered, action,
@@ -71,13 +131,13 @@ void Tray::buildMenu(const Actions& actions) {
   }
   modelLine_ = menu_.addAction(QString());
   modelLine_->setEnabled(false);
-  fileActions_ = menu_.addAction(menuIcon(u"folder.badge.gearshape"_s), u"File actions on in Finder"_s);
+  fileActions_ = addEntry(u"folder.badge.gearshape"_s, u"File actions on in Finder"_s);
   fileActions_->setEnabled(false);
 
   menu_.addSeparator();
   const auto add = [this](const QString& symbol, const QString& text, const QKeySequence& shortcut,
                           const std::function<void()>& action) {
-    auto* entry = menu_.addAction(menuIcon(symbol), text);
+    QAction* entry = addEntry(symbol, text);
     entry->setShortcut(shortcut);
     QObject::connect(entry, &QAction::triggered, entry, action);
   };
@@ -91,7 +151,7 @@ void Tray::updateIcon() {
   // A streaming answer assigns the phase many times a second.
   if (symbol == shownSymbol_) return;
   shownSymbol_ = symbol;
-  icon_.setIcon(menuIcon(symbol));
+  icon_.setIcon(iconOf(symbol, drawnColor_));
 }
 
 void Tray::updateBackend() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QActionGroup>
+#include <QKeyCombination>
 #include <QMenu>
 #include <QSystemTrayIcon>
 #include <functional>
@@ -10,6 +11,7 @@
 #include "base/observable.h"
 #include "core/model/app_model.h"
 #include "core/settings/settings_store.h"
+#include "view_kit/theme.h"
 
 namespace lumeno {
 
@@ -25,13 +27,18 @@ class Tray {
 
   /// All must outlive the tray.
   Tray(AppModel& model, SettingsStore& settings, AccessibilityAuthorization& accessibility,
-       UrlOpener& urlOpener, const Actions& actions);
+       UrlOpener& urlOpener, Theme& theme, const Actions& actions);
 
   /// A message of the desktop's own kind, for what cannot be said in the HUD.
   void showMessage(const QString& text);
 
+  /// Does what the menu shows these keys for; false when they are none of the menu's.
+  bool handleShortcut(QKeyCombination keys);
+
  private:
   void buildMenu(const Actions& actions);
+  QAction* addEntry(const QString& symbol, const QString& text);
+  void drawSymbols();
   void updateIcon();
   void updateBackend();
 
@@ -39,6 +46,7 @@ class Tray {
   SettingsStore& settings_;
   AccessibilityAuthorization& accessibility_;
   UrlOpener& urlOpener_;
+  Theme& theme_;
   QMenu menu_;
   QAction* watching_ = nullptr;
   QAction* enableAccess_ = nullptr;
@@ -47,6 +55,7 @@ class Tray {
   QAction* fileActions_ = nullptr;
   std::vector<QAction*> backends_;
   QString shownSymbol_;
+  QColor drawnColor_;
   QSystemTrayIcon icon_;
   std::vector<Subscription> subscriptions_;
 };

@@ -14,6 +14,11 @@ namespace {
 
 constexpr auto entryName = "/autostart/lumeno.desktop"_L1;
 
+/// Some desktops' own tools switch an entry off in this way instead of hiding it.
+bool isSwitchedOff(const DesktopEntryFile& entry) {
+  return entry.value(u"X-GNOME-Autostart-enabled"_s) == "false"_L1;
+}
+
 QString ownPath() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + entryName;
 }
@@ -34,7 +39,7 @@ bool AutostartLoginItem::isEnabled() {
   // The user's own entry decides alone, also when it only hides the system's.
   for (const QString& path : {ownPath(), systemPath()}) {
     if (const auto entry = DesktopEntryFile::read(path))
-      return entry->isInstalled() && entry->isForThisDesktop();
+      return entry->isInstalled() && entry->isForThisDesktop() && !isSwitchedOff(*entry);
   }
   return false;
 }

@@ -32,7 +32,6 @@ QString nameForDamaged(const QString& path) {
 
 /// The object of a file's content; absent when it is damaged.
 std::optional<QJsonObject> parse(const QByteArray& content) {
-  if (content.trimmed().isEmpty()) return QJsonObject();
   const auto document = QJsonDocument::fromJson(content);
   if (!document.isObject()) return std::nullopt;
   return document.object();
@@ -76,12 +75,14 @@ void JsonPreferencesStore::assign(const QString& key, const QJsonValue& value) {
   }
   values_ = *object;
   unstored_.clear();
+  if (std::exchange(isUnstorable_, false)) problem_.set({});
 }
 
 std::optional<QJsonObject> JsonPreferencesStore::read() {
   const QString target = followLinks(path_);
   const QFileInfo info(target);
-  if (!info.exists()) return QJsonObject();
+  // A file that went or was emptied or damaged while we run loses nothing that we know.
+  if (!info.exists()) return values_;
   QFile file(target);
   // Anything but a plain file might block.
   if (!info.isFile() || !file.open(QIODevice::ReadOnly)) {
@@ -89,20 +90,23 @@ std::optional<QJsonObject> JsonPreferencesStore::read() {
     return std::nullopt;
   }
   if (file.size() <= maximumFileSize) {
-    if (auto object = parse(file.readAll())) return object;
+    const QByteArray content = file.readAll();
+    if (content.trimmed().isEmpty()) return values_;
+    if (auto object = parse(content)) return object;
   }
   const QString aside = nameForDamaged(target);
   if (!QFile::rename(target, aside)) {
     tellUnstorable(u"The settings file %1 is damaged. Changes hold until Lumeno ends."_s.arg(path_));
     return std::nullopt;
   }
+  isUnstorable_ = false;
   problem_.set(u"The settings file was damaged. It was set aside as %1."_s.arg(aside));
-  // Damaged while we run, it loses nothing that we know.
   return values_;
 }
 
 void JsonPreferencesStore::tellUnstorable(const QString& text) {
-  if (!std::exchange(hasToldUnstorable_, true)) problem_.set(text);
+  isUnstorable_ = true;
+  if (text != problem_.get()) problem_.set(text);
 }
 
 }  // namespace lumeno

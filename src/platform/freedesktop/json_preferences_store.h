@@ -12,9 +12,10 @@ namespace lumeno {
 /// Preferences in one flat JSON object in one file, written atomically at each assignment.
 ///
 /// Each write reads the file again first and changes only what was assigned, so that what others have written
-/// meanwhile, and what newer versions keep there, survives. A damaged file is set aside under another name. A
-/// file that cannot be read is never overwritten. What cannot be stored holds until the program ends, and is
-/// stored with the next write that succeeds.
+/// meanwhile, and what newer versions keep there, survives. A file that went or was emptied meanwhile is made
+/// again from what is known. A damaged file is set aside under another name. A file that cannot be read is
+/// never overwritten. What cannot be stored holds until the program ends, and is stored with the next write
+/// that succeeds.
 class JsonPreferencesStore final : public PreferencesStore {
  public:
   explicit JsonPreferencesStore(QString path);
@@ -23,8 +24,8 @@ class JsonPreferencesStore final : public PreferencesStore {
   void setValue(const QString& key, const QJsonValue& value) override;
   void remove(const QString& key) override;
 
-  /// A sentence for the user when a file was set aside or the settings cannot be stored, empty as long as all
-  /// is well. Every trouble is told once.
+  /// A sentence for the user when a file was set aside or the settings cannot be stored (until they can
+  /// again), empty as long as all is well. Every trouble is told once.
   [[nodiscard]] Observable<QString>& problem() { return problem_; }
 
  private:
@@ -36,7 +37,7 @@ class JsonPreferencesStore final : public PreferencesStore {
   const QString path_;
   QJsonObject values_;
   QHash<QString, QJsonValue> unstored_;  ///< assigned, but not in the file; undefined when removed
-  bool hasToldUnstorable_ = false;
+  bool isUnstorable_ = false;            ///< and that is what `problem_` says
   Observable<QString> problem_;
 };
 

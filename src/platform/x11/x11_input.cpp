@@ -15,6 +15,8 @@ namespace {
 constexpr auto firstCheck = 2s;
 constexpr auto secondCheck = 100ms;
 
+constexpr uint32_t escapeKeysym = 0xff1b;
+
 constexpr bool isWheel(uint32_t button) {
   return button >= 4 && button <= 7;
 }
@@ -130,9 +132,12 @@ void X11Input::handleKey(const RawKey& key) {
 }
 
 void X11Input::tellRecorders(xcb_keycode_t keycode, uint32_t sequence) {
-  if (!recordedKey_.hasListeners() || isModifierKey(keyboard_.keysym(keycode))) return;
-  recordedKey_.emit({X11KeyMap::virtualKey(keycode).value_or(unknownKeyCode), keyboard_.modifiers()},
-                    sequence);
+  if (!recordedKey_.hasListeners()) return;
+  const uint32_t keysym = keyboard_.keysym(keycode);
+  if (isModifierKey(keysym)) return;
+  const uint16_t position =
+      keysym == escapeKeysym ? escapeKeyCode : X11KeyMap::virtualKey(keycode).value_or(unknownKeyCode);
+  recordedKey_.emit({position, keyboard_.modifiers()}, sequence);
 }
 
 void X11Input::handleButton(uint32_t button, bool isPress, uint32_t time) {

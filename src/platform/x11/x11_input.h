@@ -36,6 +36,8 @@ class X11Input final : public EventMonitor, public InputActivity, public KeyReco
   /// that starts a recording is not part of it.
   [[nodiscard]] Subscription recordKeys(std::function<void(KeyPress)> handler) override;
 
+  [[nodiscard]] Observable<uint32_t>& windowWithKeyboard() override { return ownWindows_.focused(); }
+
   [[nodiscard]] X11Keyboard& keyboard() { return keyboard_; }
 
   /// One key event that this program itself is about to send: it is not taken for the user's.

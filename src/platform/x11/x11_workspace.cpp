@@ -21,6 +21,9 @@ namespace {
 // managers leave a gap while they hand the focus on.
 constexpr auto longestGap = 500ms;
 
+// How long after the entries have been read an application without one is no reason to read them again.
+constexpr auto entriesHold = 1min;
+
 const QString ownIdentifier = u"org.lumeno.Lumeno"_s;
 const QString ownName = u"Lumeno"_s;
 
@@ -64,6 +67,7 @@ std::optional<QString> X11Workspace::ownBundleIdentifier() {
 // Some hundred files: read aside, so that a slow disk does not hold up the start. Until then applications go
 // by their window class.
 void X11Workspace::loadEntries() {
+  reloadPause_ = scheduler_.after(entriesHold, [this] { reloadPause_.cancel(); });
   QThreadPool::globalInstance()->start([self = QPointer(this)] {
     auto entries = DesktopEntries::load(applicationDataFolders(), QLocale::system().name());
     QMetaObject::invokeMethod(
@@ -76,6 +80,11 @@ void X11Workspace::loadEntries() {
         },
         Qt::QueuedConnection);
   });
+}
+
+// An application without an entry may have been installed after we started.
+void X11Workspace::reloadEntries() {
+  if (!reloadPause_) loadEntries();
 }
 
 void X11Workspace::refresh() {
@@ -125,6 +134,7 @@ RunningApplication X11Workspace::describe(xcb_window_t window) {
     if (className.isEmpty()) className = processName(process);
     identity = identities_.insert(windowClass, identify(QString::fromUtf8(names.value(0)), className));
   }
+  if (!identity->isInstalled) reloadEntries();
   return {identity->bundleIdentifier, identity->name,         process, window,
           identity->isTerminal,       identity->applicationId};
 }
@@ -136,7 +146,7 @@ X11Workspace::Identity X11Workspace::identify(const QString& instanceName, const
   if (!known) known = knownBundleIdentifier(id);
   return {known.value_or(id), entry ? entry->name : className,
           isKnownTerminal(className) || isKnownTerminal(instanceName) || (entry && entry->isTerminal),
-          className.toLower()};
+          className.toLower(), entry.has_value()};
 }
 
 ProcessId X11Workspace::processOf(xcb_window_t window) const {

@@ -31,9 +31,11 @@ class X11Workspace final : public QObject, public Workspace {
     QString name;
     bool isTerminal = false;
     QString applicationId;
+    bool isInstalled = false;  ///< an entry is known for it
   };
 
   void loadEntries();
+  void reloadEntries();
   void refresh();
   [[nodiscard]] bool exists(xcb_window_t window) const;
   void setFrontmost(std::optional<RunningApplication> application);
@@ -48,7 +50,8 @@ class X11Workspace final : public QObject, public Workspace {
   DesktopEntries entries_;
   QHash<QByteArray, Identity> identities_;  ///< by the bytes of WM_CLASS
   std::optional<RunningApplication> frontmost_;
-  Job gap_;  ///< waits for the next window when none is active
+  Job gap_;          ///< waits for the next window when none is active
+  Job reloadPause_;  ///< runs while the entries are not to be read again
   Signal<const std::optional<RunningApplication>&> activation_;
   Subscription rootProperties_;
   Subscription destroyed_;

@@ -75,7 +75,7 @@ FocusScope {
                 list.begin()
             }
             onAccepted: sheet.choose()
-            onMoved: delta => list.move(delta)
+            onMoved: delta => list.select(list.currentIndex + delta)
             KeyNavigation.tab: cancel
             KeyNavigation.backtab: disable.enabled ? disable : cancel
         }
@@ -96,6 +96,8 @@ FocusScope {
             width: card.width - 36
             clip: true
             boundsBehavior: Flickable.StopAtBounds
+            // All of them: what has no item cannot be reached by other means than keys.
+            cacheBuffer: 100000
             model: sheet.applications
             currentIndex: -1
             highlightFollowsCurrentItem: false
@@ -109,17 +111,21 @@ FocusScope {
             function begin() {
                 currentIndex = search.text && count > 0 ? 0 : -1
             }
-            function move(delta) {
-                currentIndex = Math.max(0, Math.min(count - 1, currentIndex + delta))
+            function select(index) {
+                currentIndex = Math.max(0, Math.min(count - 1, index))
                 positionViewAtIndex(currentIndex, ListView.Contain)
             }
 
             delegate: ApplicationRow {
+                // Where it will be: it is made before it is placed.
+                readonly property real place: list.originY + index * height
+
                 width: list.width
                 text: model.name
                 iconName: model.iconName
                 selected: ListView.isCurrentItem
-                onActivated: list.currentIndex = index
+                isNear: place > list.contentY - 3 * height && place < list.contentY + list.height + 2 * height
+                onActivated: list.select(index)
                 onConfirmed: sheet.choose()
             }
         }

@@ -16,15 +16,6 @@ Column {
             checked: settings.launchAtLogin
             onToggled: on => settings.launchAtLogin = on
         }
-        Loader {
-            width: parent.width
-            active: settings.loginProblem
-            visible: active
-            sourceComponent: TextRow {
-                text: settings.loginProblem
-                separated: true
-            }
-        }
     }
     SettingsGroup {
         width: general.width

@@ -78,6 +78,7 @@ Item {
                 field.recorder.cancel()
         }
     }
-    onActiveFocusChanged: if (!activeFocus) recorder.cancel()
+    // Within the window; whether that has lost the keyboard the recorder knows better.
+    onActiveFocusChanged: if (!activeFocus && Window.active) recorder.cancel()
     Component.onDestruction: recorder.cancel()
 }

@@ -35,6 +35,9 @@ TEST(AutostartLoginItem, ReadsTheStateFromTheEntries) {
       {"Exec=lumeno\nTryExec=sh", nullptr, true},
       {"Exec=lumeno\nTryExec=/nowhere/lumeno", nullptr, false},
       {"Exec=lumeno\n[Other]\nHidden=true", nullptr, true},
+      {"Exec=lumeno\nX-GNOME-Autostart-enabled=true", nullptr, true},
+      {"Exec=lumeno\nX-GNOME-Autostart-enabled=false", nullptr, false},
+      {nullptr, "Exec=lumeno\nX-GNOME-Autostart-enabled=false", false},
   };
   for (const auto& test : cases) {
     TemporaryDesktop desktop;
@@ -61,6 +64,15 @@ TEST(AutostartLoginItem, RegistersAndUnregisters) {
     EXPECT_TRUE(item.registerItem());
     EXPECT_TRUE(item.isEnabled());
   }
+}
+
+TEST(AutostartLoginItem, WhatADesktopHasSwitchedOffCanBeSwitchedOn) {
+  const TemporaryDesktop desktop;
+  desktop.write(own, "[Desktop Entry]\nType=Application\nExec=lumeno\nX-GNOME-Autostart-enabled=false\n");
+  AutostartLoginItem item(u"/usr/bin/env"_s);
+  EXPECT_FALSE(item.isEnabled());
+  EXPECT_TRUE(item.registerItem());
+  EXPECT_TRUE(item.isEnabled());
 }
 
 TEST(AutostartLoginItem, AProgramThatIsGoneDoesNotCount) {

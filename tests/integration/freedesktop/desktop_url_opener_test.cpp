@@ -34,10 +34,10 @@ struct Fixture {
     EXPECT_TRUE(waitUntil([&] { return result.has_value(); }));
     return result.value_or(false);
   }
-  /// What a program was started with; empty when it was not.
+  /// What a program was started with, once it was; empty when it is not.
   QString started(const QString& program) {
     const QString log = u"bin/"_s + program + u".log"_s;
-    waitUntil([&] { return desktop.exists(log); }, std::chrono::seconds(2));
+    waitUntil([&] { return desktop.exists(log); });
     return QString::fromUtf8(desktop.read(log)).trimmed();
   }
   bool wasStarted(const QString& program) { return desktop.exists(u"bin/"_s + program + u".log"_s); }

@@ -73,14 +73,23 @@ TEST(JsonPreferencesStore, SetsADamagedFileAsideAndTellsOnce) {
   }
 }
 
-TEST(JsonPreferencesStore, AFileDamagedWhileRunningLosesNothingKnown) {
-  const TemporaryDesktop desktop;
-  desktop.write(file, R"({"a":1})");
-  JsonPreferencesStore store(desktop.path(file));
-  desktop.write(file, "rubbish");
-  store.setValue(u"b"_s, 2);
-  EXPECT_EQ(compact(desktop.read(file)), R"({"a":1,"b":2})");
-  EXPECT_EQ(desktop.read(file + u".damaged-1"_s), "rubbish");
+TEST(JsonPreferencesStore, AFileLostWhileRunningLosesNothingKnown) {
+  for (const char* left : {"rubbish", "", " \n", static_cast<const char*>(nullptr)}) {
+    SCOPED_TRACE(left ? left : "removed");
+    const TemporaryDesktop desktop;
+    desktop.write(file, R"({"a":1})");
+    JsonPreferencesStore store(desktop.path(file));
+    if (left) {
+      desktop.write(file, left);
+    } else {
+      QFile::remove(desktop.path(file));
+    }
+    store.setValue(u"b"_s, 2);
+    EXPECT_EQ(compact(desktop.read(file)), R"({"a":1,"b":2})");
+    const bool isDamaged = left && *left == 'r';
+    EXPECT_EQ(desktop.exists(file + u".damaged-1"_s), isDamaged);
+    EXPECT_EQ(store.problem().get().isEmpty(), !isDamaged);
+  }
 }
 
 TEST(JsonPreferencesStore, KeepsLinksAndPermissions) {
@@ -127,6 +136,19 @@ TEST(JsonPreferencesStore, OnAFullDiskValuesHoldUntilTheyCanBeStored) {
 
   store.setValue(u"d"_s, 4);
   EXPECT_EQ(compact(desktop.read(file)), R"({"b":2,"c":3,"d":4})");
+  EXPECT_EQ(told.size(), 3);
+  EXPECT_EQ(told.last(), QString()) << "withdrawn";
+
+  QFile::rename(desktop.path(file), desktop.path(u"kept"_s));
+  QDir().mkpath(desktop.path(file));
+  store.setValue(u"e"_s, 5);
+  store.setValue(u"f"_s, 6);
+  EXPECT_EQ(told.size(), 4) << "a second problem is told, once";
+  EXPECT_NE(told.last(), QString());
+  QDir().rmdir(desktop.path(file));
+  store.remove(u"f"_s);
+  EXPECT_EQ(compact(desktop.read(file)), R"({"b":2,"c":3,"d":4,"e":5})");
+  EXPECT_EQ(told.last(), QString());
 }
 
 TEST(JsonPreferencesStore, WhatIsNoFileIsNeitherReadNorOverwritten) {

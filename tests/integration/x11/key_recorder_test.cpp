@@ -21,7 +21,7 @@ class KeyRecorderTest : public DesktopTest {
     QProcess::execute(u"setxkbmap"_s, {u"de"_s});
     runFor(50);
   }
-  ~KeyRecorderTest() override { QProcess::execute(u"setxkbmap"_s, {u"us"_s}); }
+  ~KeyRecorderTest() override { QProcess::execute(u"setxkbmap"_s, {u"us"_s, u"-option"_s}); }
 
   void chord(std::initializer_list<xcb_keycode_t> keycodes) {
     for (const auto keycode : keycodes) stranger.key(keycode, true);
@@ -90,6 +90,42 @@ TEST_F(KeyRecorderTest, SeesKeysThatAnotherClientKeepsForItself) {
   ASSERT_EQ(recorded.size(), 2u);
   EXPECT_EQ(recorded[0].keyCode, 49);
   EXPECT_EQ(recorded[1].modifiers, modifier::shift | modifier::command);
+}
+
+TEST_F(KeyRecorderTest, AKeyThatIsGrabbedTakesTheKeyboardFromNobody) {
+  QWindow own;
+  own.show();
+  own.requestActivate();
+  const auto hasKeyboard = [&] { return input.windowWithKeyboard().get() == own.winId(); };
+  ASSERT_TRUE(waitFor([&] { return own.isActive() && hasKeyboard(); }));
+  bool isLost = false;
+  const auto loss = input.windowWithKeyboard().subscribe([&](uint32_t window) { isLost |= window == 0; });
+  // As a window manager does that opens its menu with the Super key alone.
+  xcb_grab_key(stranger.xcb(), 0, stranger.root(), XCB_MOD_MASK_ANY, super, XCB_GRAB_MODE_ASYNC,
+               XCB_GRAB_MODE_ASYNC);
+  stranger.sync();
+  record();
+  stranger.key(super, true);
+  EXPECT_TRUE(waitFor([&] { return !own.isActive(); })) << "the toolkit takes it for a loss";
+  stranger.tap(space);
+  stranger.key(super, false);
+  xcb_ungrab_key(stranger.xcb(), super, stranger.root(), XCB_MOD_MASK_ANY);
+  stranger.sync();
+  ASSERT_TRUE(waitFor([&] { return recorded.size() == 1; }));
+  EXPECT_EQ(recorded[0].keyCode, 49);
+  EXPECT_EQ(recorded[0].modifiers, modifier::command);
+  EXPECT_FALSE(isLost);
+  stranger.window(QByteArrayLiteral("other\0Other\0"));
+  EXPECT_TRUE(waitFor([&] { return isLost; }));
+}
+
+TEST_F(KeyRecorderTest, AnEscapeOfTheLayoutIsOneWhereverItIs) {
+  QProcess::execute(u"setxkbmap"_s, {u"-option"_s, u"caps:escape"_s});
+  runFor(50);
+  record();
+  stranger.tap(capsLock);
+  ASSERT_TRUE(waitFor([&] { return recorded.size() == 1; }));
+  EXPECT_EQ(recorded[0].keyCode, escapeKeyCode);
 }
 
 TEST_F(KeyRecorderTest, ModifiersLocksAndRepeatsAreNoKeys) {

@@ -5,6 +5,7 @@
 #include <QWindow>
 
 #include "desktop_fixture.h"
+#include "support/manual_scheduler.h"
 
 namespace lumeno {
 namespace {
@@ -60,6 +61,32 @@ TEST_F(WorkspaceTest, NamesTheApplicationOfTheActiveWindow) {
   const auto nameless = stranger.window({});
   ASSERT_TRUE(waitFor([&] { return workspace.frontmostApplication()->window == nameless; }));
   EXPECT_TRUE(workspace.frontmostApplication()->bundleIdentifier.has_value());
+}
+
+TEST_F(WorkspaceTest, KnowsWhatIsInstalledLater) {
+  ManualScheduler clock;
+  X11Workspace observed(*connection, ownWindows, clock);
+  const auto name = [&] {
+    const auto front = observed.frontmostApplication();
+    return front ? front->localizedName.value_or(QString()) : QString();
+  };
+  const auto show = [&] { return stranger.window(QByteArrayLiteral("latecomer\0Latecomer\0")); };
+  stranger.window(QByteArrayLiteral("sample-notes\0Sample-notes\0"));
+  ASSERT_TRUE(waitFor([&] { return name() == u"Sample Notes"_s; })) << "the entries have been read";
+  auto window = show();
+  ASSERT_TRUE(waitFor([&] { return name() == u"Latecomer"_s; }));
+  writeEntry(u"latecomer"_s, "Name=Late Comer\n");
+  stranger.destroy(window);
+  ASSERT_TRUE(waitFor([&] { return name() == u"Sample Notes"_s; }));
+  window = show();
+  ASSERT_TRUE(waitFor([&] { return observed.frontmostApplication()->window == window; }));
+  runFor(200);
+  EXPECT_EQ(name(), u"Latecomer"_s) << "read again once a minute at most";
+  stranger.destroy(window);
+  ASSERT_TRUE(waitFor([&] { return name() == u"Sample Notes"_s; }));
+  clock.advance(60'000);
+  show();
+  EXPECT_TRUE(waitFor([&] { return name() == u"Late Comer"_s; }));
 }
 
 TEST_F(WorkspaceTest, TellsOfEachSwitchOnce) {

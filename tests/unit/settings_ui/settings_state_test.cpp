@@ -63,17 +63,6 @@ TEST_F(SettingsStateTest, KindsAreSwitchedOffAndOn) {
   EXPECT_EQ(stored("disabledActionKinds"), QJsonArray());
 }
 
-TEST_F(SettingsStateTest, ALoginItemThatCannotBeChangedSaysSo) {
-  loginItem.refuses = true;
-  state.setLaunchAtLogin(true);
-  EXPECT_FALSE(state.launchAtLogin());
-  EXPECT_FALSE(state.loginProblem().isEmpty());
-  loginItem.refuses = false;
-  state.setLaunchAtLogin(true);
-  EXPECT_TRUE(state.launchAtLogin());
-  EXPECT_TRUE(state.loginProblem().isEmpty());
-}
-
 TEST_F(SettingsStateTest, DisabledAppsAreStoredInLowerCaseAndShownCapitalised) {
   for (const QString& name : {u"Signal Desktop"_s, u"GIMP"_s, u"ÖFFI  maps"_s}) state.disableApp(name);
   EXPECT_EQ(titlesOf(state.disabledApps()), (QStringList{u"Gimp"_s, u"Signal Desktop"_s, u"Öffi  Maps"_s}));
