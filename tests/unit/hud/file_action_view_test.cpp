@@ -462,6 +462,20 @@ TEST_F(HudViewTest, TheCalendarCardConfirmsAndGoesBack) {
   EXPECT_EQ(phaseName(model.phase.get()), u"calendarConfirm"_s) << "the Return that led here is still held";
   click(u"Back to suggestions"_s);
   EXPECT_EQ(phaseName(model.phase.get()), u"suggestions"_s);
+
+  setPhase(phase::CalendarConfirm{draft});
+  showWindow();
+  press(Qt::Key_Tab);
+  press(Qt::Key_Return, u"\r"_s);
+  EXPECT_EQ(phaseName(model.phase.get()), u"suggestions"_s) << "Return on Back means Back";
+  EXPECT_TRUE(calendarStore.saved.empty());
+
+  setPhase(phase::CalendarConfirm{draft});
+  showWindow();
+  click(u"Add to Calendar"_s);
+  scheduler.advance(0);
+  EXPECT_EQ(phaseName(model.phase.get()), u"result"_s);
+  EXPECT_EQ(calendarStore.saved, (std::vector{CalendarEvent{draft.title, draft.startDate, draft.endDate}}));
 }
 
 }  // namespace

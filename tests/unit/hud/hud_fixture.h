@@ -7,6 +7,7 @@
 #include "support/fake_accessibility.h"
 #include "support/fake_ai_service.h"
 #include "support/fake_appearance.h"
+#include "support/fake_calendar_store.h"
 #include "support/fake_command_shell.h"
 #include "support/fake_event_monitor.h"
 #include "support/fake_feedback_devices.h"
@@ -87,9 +88,12 @@ class HudFixture : public testing::Test {
   ClipboardService clipboard{pasteboard};
   SelectionReplacer replacer{pasteboard, keystrokes, scheduler};
   FeedbackService feedback{devices, devices};
+  FakeCalendarStore calendarStore{scheduler};
+  CalendarService calendar{calendarStore, scheduler};
   HUDPanelController panel{panelWindow, screens, events, appearance};
   AppModel model{{authorization, settings, observer, fileObserver, panel, events, clipboard, replacer,
-                  feedback, urlOpener, shell, scheduler, FakeAIService::factory(scheduler, script)}};
+                  feedback, urlOpener, shell, scheduler, FakeAIService::factory(scheduler, script),
+                  &calendar}};
 };
 
 }  // namespace lumeno
