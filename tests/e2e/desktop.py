@@ -18,13 +18,15 @@ import warnings
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi  # noqa: E402
+from gi.repository import Atspi, GLib  # noqa: E402
+
+Atspi.set_timeout(5000, 15000)  # milliseconds; a busy machine is no reason to believe that a view is not there
 
 BINARIES = os.environ["LUMENO_BIN"]
 SETTLE = 0.35
 
 
-def wait_for(what, condition, timeout=10.0, interval=0.03):
+def wait_for(what, condition, timeout=30.0, interval=0.03):
     """The first true value of condition(); fails with `what` after the timeout."""
     deadline = time.monotonic() + timeout
     while True:
@@ -34,6 +36,18 @@ def wait_for(what, condition, timeout=10.0, interval=0.03):
         if time.monotonic() > deadline:
             raise AssertionError(f"waited {timeout:g} s in vain for: {what}")
         time.sleep(interval)
+
+
+def repeat_until(what, action, condition, every=2.0, timeout=30.0):
+    """Does something until it has its effect: an application may not be ready for it at first."""
+    deadline = time.monotonic() + timeout
+    while True:
+        action()
+        try:
+            return wait_for(what, condition, every)
+        except AssertionError:
+            if time.monotonic() > deadline:
+                raise
 
 
 def stays_false(condition, seconds):
@@ -69,7 +83,7 @@ def click(x, y, button=1, repeat=1):
 
 
 def drag(x1, y1, x2, y2, steps=8):
-    """Press, move in steps, release; as a hand would, with a moment between."""
+    """Press, move in steps, release; as a hand would, with a moment between. Gives the time of the release."""
     move(x1, y1)
     time.sleep(0.08)
     xdotool("mousedown", 1)
@@ -77,16 +91,18 @@ def drag(x1, y1, x2, y2, steps=8):
         move(x1 + (x2 - x1) * i / steps, y1 + (y2 - y1) * i / steps)
         time.sleep(0.02)
     time.sleep(0.05)
+    released = time.monotonic()
     xdotool("mouseup", 1)
+    return released
 
 
 def clipboard():
-    result = subprocess.run(["xclip", "-o", "-selection", "clipboard"], capture_output=True, text=True, timeout=5)
+    result = subprocess.run(["xclip", "-o", "-selection", "clipboard"], capture_output=True, text=True, timeout=20)
     return result.stdout if result.returncode == 0 else None
 
 
 def set_clipboard(text):
-    subprocess.run(["xclip", "-i", "-selection", "clipboard"], input=text, text=True, check=True, timeout=5)
+    subprocess.run(["xclip", "-i", "-selection", "clipboard"], input=text, text=True, check=True, timeout=20)
 
 
 def window_ids(class_name):
@@ -99,6 +115,17 @@ def geometry(window):
     wanted = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
     return tuple(next(int(line.split(":")[1]) for line in text.splitlines() if line.strip().startswith(w + ":"))
                  for w in wanted)
+
+
+def wide_windows(class_name, width):
+    """The visible windows of a class that are at least so wide. One may close while it is looked at."""
+    def is_wide(window):
+        try:
+            return geometry(window)[2] >= width
+        except subprocess.CalledProcessError:
+            return False
+
+    return [w for w in window_ids(class_name) if is_wide(w)]
 
 
 def active_window():
@@ -125,7 +152,7 @@ class Process:
         if self.running():
             self.process.terminate()
             try:
-                self.process.wait(5)
+                self.process.wait(30)
             except subprocess.TimeoutExpired:
                 pass
         try:  # what it has started
@@ -159,14 +186,16 @@ def first_line_y(application_name):
                 return found
         return None
 
-    def find():
-        for application in applications():
-            if application.get_name() == application_name:
-                return find_text(application)
-        return None
+    def extents():
+        try:
+            text = next((find_text(a) for a in applications() if a.get_name() == application_name), None)
+            found = text.get_character_extents(0, Atspi.CoordType.SCREEN) if text else None
+        except GLib.GError:
+            return None
+        return found if found and found.y > 0 and found.height > 0 else None
 
-    extents = wait_for(f"the text of {application_name}", find).get_character_extents(0, Atspi.CoordType.SCREEN)
-    return extents.y + extents.height / 2
+    line = wait_for(f"the text of {application_name}", extents)
+    return line.y + line.height / 2
 
 
 class View:
@@ -180,7 +209,7 @@ class View:
             try:
                 if application.get_process_id() == self.process_id:
                     return application
-            except gi.repository.GLib.GError:
+            except GLib.GError:
                 continue
         return None
 
@@ -197,7 +226,7 @@ class View:
                     if child.get_state_set().contains(Atspi.StateType.SHOWING):
                         found.append(child)
                         walk(child, depth + 1)
-                except gi.repository.GLib.GError:
+                except GLib.GError:
                     continue
 
         application = self.application()
@@ -228,7 +257,10 @@ class View:
 
     def pressable(self, name):
         """A control may share its name with the window or a text."""
-        return next((a for a in self.all() if a.get_name() == name and self.press_action(a) is not None), None)
+        try:
+            return next((a for a in self.all() if a.get_name() == name and self.press_action(a) is not None), None)
+        except GLib.GError:  # it went while it was looked at
+            return None
 
     def press(self, name):
         target = wait_for(f"a control named “{name}” that can be pressed", lambda: self.pressable(name))
@@ -288,14 +320,14 @@ class DesktopTest(unittest.TestCase):
     def bus_call(self, method):
         result = subprocess.run(
             ["gdbus", "call", "--session", "-d", "org.lumeno.Lumeno", "-o", "/org/lumeno/Lumeno", "-m",
-             f"org.lumeno.Lumeno.{method}"], capture_output=True, text=True, timeout=10)
+             f"org.lumeno.Lumeno.{method}"], capture_output=True, text=True, timeout=30)
         return result.stdout if result.returncode == 0 else None
 
     def access_granted(self):
         result = subprocess.run(
             ["gdbus", "call", "--session", "-d", "org.lumeno.Lumeno", "-o", "/org/lumeno/Lumeno", "-m",
              "org.freedesktop.DBus.Properties.Get", "org.lumeno.Lumeno", "AccessGranted"],
-            capture_output=True, text=True, timeout=10)
+            capture_output=True, text=True, timeout=30)
         return "true" in result.stdout
 
     # -- other applications -------------------------------------------------------------------------------------------
@@ -309,7 +341,7 @@ class DesktopTest(unittest.TestCase):
         def activated():
             run("xdotool", "windowactivate", str(window), check=False)
             return active_window() == window
-        wait_for(f"{command[0]} to be active", activated, 10, 0.2)
+        wait_for(f"{command[0]} to be active", activated, 30, 0.2)
         process.window = window
         return process
 
@@ -330,13 +362,13 @@ class DesktopTest(unittest.TestCase):
     def hud_is_shown(self):
         return bool(self.hud_windows())
 
-    def wait_for_pill(self, timeout=10):
+    def wait_for_pill(self, timeout=30):
         return self.wait_for_view("the hint pill", lambda: self.view.find_containing("actions available"), timeout)
 
-    def wait_for_name(self, name, timeout=10):
+    def wait_for_name(self, name, timeout=30):
         return self.wait_for_view(f"“{name}” in the HUD", lambda: self.view.find(name), timeout)
 
-    def wait_for_view(self, what, condition, timeout):
+    def wait_for_view(self, what, condition, timeout=30):
         """As wait_for; a failure leaves a picture and says what there was instead."""
         try:
             return wait_for(what, condition, timeout)
@@ -344,8 +376,8 @@ class DesktopTest(unittest.TestCase):
             self.screenshot(f"missed-{self.id().split('.')[-1]}")
             raise AssertionError(f"{error}; it shows {self.view.names()}") from None
 
-    def wait_until_hidden(self, timeout=5):
-        wait_for("the HUD to go", lambda: not self.hud_is_shown(), timeout)
+    def wait_until_hidden(self, timeout=20):
+        self.wait_for_view("the HUD to go", lambda: not self.hud_is_shown(), timeout)
 
     def open_chips_by_pointer(self):
         """Moves the pointer onto the pill, which opens it."""

@@ -2,8 +2,9 @@
 
 import os
 import shutil
+import subprocess
 
-from desktop import wait_for
+from desktop import run, wait_for
 
 from gi.repository import Gio, GLib
 
@@ -38,12 +39,23 @@ class Panel:
         with open(os.path.join(folder, "xfce4-panel.xml"), "w", encoding="utf-8") as f:
             f.write(CONFIGURATION)
         self.process = test.start("xfce4-panel", "--disable-wm-check")
-        wait_for("the panel's tray", self.has_host, 20)
+        wait_for("the panel's tray", self.has_host)
+
+    def set_dark(self, dark):
+        run("xfconf-query", "-c", "xfce4-panel", "-p", "/panels/dark-mode", "-n", "-t", "bool", "-s", str(dark).lower())
+
+    def shades(self):
+        """The darkest and the lightest of the tray item, and of the panel beside it: 0 to 255."""
+        def pixels(place):
+            return subprocess.run(["import", "-silent", "-window", "root", "-crop", place, "-depth", "8", "gray:-"],
+                                  capture_output=True, check=True, timeout=20).stdout
+        item, beside = pixels("24x24+1+1"), pixels("24x24+600+1")
+        return min(item), max(item), min(beside), max(beside)
 
     def get(self, owner, path, interface, name):
         try:
             return self.bus.call_sync(owner, path, "org.freedesktop.DBus.Properties", "Get",
-                                      GLib.Variant("(ss)", (interface, name)), None, 0, 2000, None).unpack()[0]
+                                      GLib.Variant("(ss)", (interface, name)), None, 0, 20000, None).unpack()[0]
         except GLib.GError:
             return None
 
@@ -70,8 +82,9 @@ class TrayItem:
         return self.panel.get(self.owner, self.path, "org.kde.StatusNotifierItem", name)
 
     def menu_call(self, method, arguments):
-        return self.panel.bus.call_sync(self.owner, self.property("Menu"), "com.canonical.dbusmenu", method, arguments,
-                                        None, 0, 2000, None).unpack()
+        menu = wait_for("the item's menu", lambda: self.property("Menu"))
+        return self.panel.bus.call_sync(self.owner, menu, "com.canonical.dbusmenu", method, arguments, None, 0, 20000,
+                                        None).unpack()
 
     def entries(self):
         """(id, label, properties) of the visible entries, top to bottom."""

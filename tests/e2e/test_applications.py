@@ -6,7 +6,7 @@ import time
 import unittest
 
 import desktop
-from desktop import DesktopTest, click, drag, geometry, key, move, stays_false, wait_for, xdotool
+from desktop import DesktopTest, click, drag, geometry, key, repeat_until, wait_for
 
 LINE = "Please proofread this sentences before friday thanks"
 
@@ -19,6 +19,9 @@ class Applications(DesktopTest):
         self.view.press(title)
         answer = wait_for("the answer", lambda: self.view.find_containing("Answer to:"), 15)
         return answer.get_name()
+
+    def pill(self):
+        return self.view.find_containing("actions available")
 
     def prompts(self):
         return self.model.log()
@@ -39,9 +42,7 @@ class Applications(DesktopTest):
         x, y, width, height = geometry(editor.window)
         line = line_y(y)
         # Keyboard first: the whole text.
-        key("ctrl+Home")
-        key("shift+End")
-        self.wait_for_pill()
+        repeat_until("the pill", lambda: (key("ctrl+Home"), key("shift+End")), self.pill)
         self.expect_selection()
         self.expect_prompt_with(LINE)
         self.view.press("Dismiss")
@@ -82,8 +83,8 @@ class Applications(DesktopTest):
         """Read only: nothing is ever typed into a terminal."""
         terminal = self.start_application(*command, class_name=class_name)
         x, y, width, height = geometry(terminal.window)
-        time.sleep(0.5)
-        click(x + 40, y + 10, repeat=3)
+        wait_for("the terminal's program", lambda: os.path.exists(f"{self.directory}/typed"))
+        repeat_until("the pill", lambda: click(x + 40, y + 10, repeat=3), self.pill)
         self.expect_selection()
         self.expect_prompt_with(LINE)
         self.wait_for_name("Replace", 15)
@@ -95,9 +96,8 @@ class Applications(DesktopTest):
             self.assertEqual(f.read(), "")
         self.assertTrue(terminal.running(), "the terminal's program was interrupted")
         # Summoning reads the terminal's own offer, without a key.
-        self.wait_until_hidden(6)
-        click(x + 40, y + 10, repeat=3)
-        self.wait_for_pill()
+        self.wait_until_hidden()
+        repeat_until("the pill", lambda: click(x + 40, y + 10, repeat=3), self.pill)
         self.summon()
         self.wait_for_name("Explain simply")
         key("Escape")

@@ -7,7 +7,9 @@ import threading
 import time
 
 import desktop
-from desktop import DesktopTest, clipboard, key, stays_false, wait_for
+from desktop import DesktopTest, clipboard, key, repeat_until, stays_false, wait_for
+
+from gi.repository import Gio, GLib
 
 SENTENCE = "can u send me the new tide tables before the meeting"
 
@@ -15,8 +17,8 @@ SENTENCE = "can u send me the new tide tables before the meeting"
 class Heartbeat:
     """Asks Lumeno's main thread for a property again and again, and keeps the slowest answer."""
 
-    def __init__(self, test):
-        self.test = test
+    def __init__(self):
+        self.bus = Gio.bus_get_sync(Gio.BusType.SESSION)
         self.slowest = 0.0
         self.ending = threading.Event()
         self.thread = threading.Thread(target=self.beat)
@@ -32,8 +34,10 @@ class Heartbeat:
     def beat(self):
         while not self.ending.is_set():
             begin = time.monotonic()
-            self.test.access_granted()
+            self.bus.call_sync("org.lumeno.Lumeno", "/org/lumeno/Lumeno", "org.freedesktop.DBus.Properties", "Get",
+                               GLib.Variant("(ss)", ("org.lumeno.Lumeno", "AccessGranted")), None, 0, 30000, None)
             self.slowest = max(self.slowest, time.monotonic() - begin)
+            time.sleep(0.01)
 
 
 class Faults(DesktopTest):
@@ -43,19 +47,23 @@ class Faults(DesktopTest):
 
     def test_hung_application(self):
         editor = self.open_mousepad()
-        os.kill(editor.process.pid, signal.SIGSTOP)
-        try:
-            with Heartbeat(self) as heartbeat:
-                self.summon()
-                self.wait_for_name("No selection found. Select some text, then press ⌥⌘Space.", 5)
-                self.wait_until_hidden(6)
-            # A process start and a round trip on two busy cores; a frozen main thread would take a deadline or more.
-            self.assertLess(heartbeat.slowest, 0.6)
-        finally:
-            os.kill(editor.process.pid, signal.SIGCONT)
-        time.sleep(3)  # it is not asked again for a while
-        key("ctrl+a")
-        self.wait_for_pill()
+
+        def slowest_answer():
+            os.kill(editor.process.pid, signal.SIGSTOP)
+            try:
+                with Heartbeat() as heartbeat:
+                    self.summon()
+                    self.wait_for_name("No selection found. Select some text, then press ⌥⌘Space.")
+                    self.wait_until_hidden()
+            finally:
+                os.kill(editor.process.pid, signal.SIGCONT)
+            time.sleep(3)  # it is not asked again for a while
+            return heartbeat.slowest
+
+        # A frozen main thread would take a deadline or more each time, a busy machine does not.
+        self.assertTrue(any(slowest_answer() < 0.5 for _ in range(3)), "the main thread was held up")
+        repeat_until("the pill", lambda: (key("Right"), key("ctrl+a")),
+                     lambda: self.view.find_containing("actions available"))
 
     def test_password_is_never_read(self):
         script = os.path.join(os.path.dirname(__file__), "..", "support", "password_window.py")
@@ -83,7 +91,7 @@ class Faults(DesktopTest):
         self.open_chips_by_pointer()
         self.view.press("Fix spelling & grammar")
         self.wait_for_name("Generating result", 15)
-        time.sleep(1)
+        self.wait_for_view("the first words", lambda: self.view.find_containing("Answer"))
         self.model.stop()
         self.wait_for_name("Copy")
         self.assertIsNotNone(self.view.find("On-device AI"), "what had come was kept")
@@ -98,12 +106,12 @@ class Faults(DesktopTest):
         self.wait_for_name("Generating result", 15)
         self.view.press("Back to suggestions")
         self.wait_for_name("Explain simply")
-        wait_for("the server to notice", lambda: "cancelled" in self.model.log())
+        wait_for("the server to notice", lambda: '"cancelled":true' in self.model.log())
 
     def test_terminate_ends_cleanly(self):
         self.open_mousepad()
         self.lumeno.process.terminate()
-        self.assertEqual(self.lumeno.process.wait(5), 0)
+        self.assertEqual(self.lumeno.process.wait(30), 0)
 
     def start_elsewhere(self, **environment):
         """Another Lumeno in place of the first, with something of its own that can be taken away."""
@@ -136,14 +144,14 @@ class Faults(DesktopTest):
         self.assertTrue(stays_false(lambda: not lumeno.running(), 2))
         self.assertLess(self.cpu_time(lumeno) - before, 20, "it is busy with a bus that is gone")
         lumeno.process.terminate()
-        self.assertEqual(lumeno.process.wait(5), 0)
+        self.assertEqual(lumeno.process.wait(30), 0)
 
     def test_ends_with_its_x_server(self):
         server = self.start_display(77)
         lumeno = self.start_elsewhere(DISPLAY=":77")
         wait_for("Lumeno on the session bus", lambda: self.bus_call("GrantAccess") is not None)
         server.stop()
-        self.assertIsNotNone(lumeno.process.wait(5))
+        self.assertIsNotNone(lumeno.process.wait(30))
 
 
 if __name__ == "__main__":

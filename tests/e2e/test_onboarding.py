@@ -28,7 +28,7 @@ class Onboarding(DesktopTest):
                  if self.stored().get("Lumeno.hasCompletedOnboarding") else self.view.application())
 
     def windows(self):
-        return [w for w in desktop.window_ids("lumeno") if geometry(w)[2] >= 900]
+        return desktop.wide_windows("lumeno", 900)
 
     def wait_for_scene(self, index):
         heading, button = SCENES[index]

@@ -1,10 +1,11 @@
 #!/usr/bin/python3
 """The settings window: every control over accessibility alone, and what it changes in the file and in the program."""
 
+import ctypes
 import json
 
 import desktop
-from desktop import Atspi, DesktopTest, geometry, key, stays_false, wait_for
+from desktop import Atspi, DesktopTest, key, stays_false, wait_for
 
 SWITCHES = {
     "General": {"Enable the summon shortcut": "Lumeno.summonHotkeyEnabled",
@@ -17,6 +18,26 @@ KINDS = {"Writing": "writing", "Explain": "explain", "Reply": "reply", "Grammar"
          "Translate": "translate", "Definition": "definition", "Code": "code", "Error": "error", "Date": "date",
          "Filename": "filename", "Address": "address", "Link": "link", "Email": "email", "Phone": "phone"}
 OPTION, CONTROL = 0x80000, 0x40000
+
+
+SUPER = 133  # X key code
+
+
+class GrabbedKey:
+    """A key that another program keeps for itself, as window managers do. While it is down they have the keyboard."""
+
+    def __init__(self, keycode):
+        self.x11 = ctypes.CDLL("libX11.so.6")
+        self.x11.XOpenDisplay.restype = ctypes.c_void_p
+        self.x11.XDefaultRootWindow.restype = ctypes.c_ulong
+        self.display = ctypes.c_void_p(self.x11.XOpenDisplay(None))
+        root = ctypes.c_ulong(self.x11.XDefaultRootWindow(self.display))
+        any_modifier, asynchronous = 1 << 15, 1
+        self.x11.XGrabKey(self.display, keycode, any_modifier, root, 0, asynchronous, asynchronous)
+        self.x11.XSync(self.display, 0)
+
+    def release(self):
+        self.x11.XCloseDisplay(self.display)
 
 
 class SettingsTest(DesktopTest):
@@ -38,8 +59,19 @@ class SettingsTest(DesktopTest):
                                              class_name="mousepad")
         key("ctrl+a")
 
+    def shown_shortcut(self):
+        recorder = wait_for("the recorder", lambda: self.view.pressable("Shortcut"))
+        return recorder.get_description().split("\n")[0]
+
+    def record(self):
+        self.view.press("Shortcut")
+        wait_for("the recorder to wait", lambda: self.shown_shortcut() == "Press keys…")
+
+    def wait_for_keyboard(self):
+        wait_for("the window to have the keyboard", lambda: desktop.active_window() in self.settings_windows())
+
     def settings_windows(self):
-        return [w for w in desktop.window_ids("lumeno") if geometry(w)[2] >= 500]
+        return desktop.wide_windows("lumeno", 500)
 
 
 class Window(SettingsTest):
@@ -67,9 +99,25 @@ class Window(SettingsTest):
             self.open_settings()
             self.bus_call("ShowSettings")
             self.assertEqual(len(self.settings_windows()), 1)
-            wait_for("the window to have the keyboard", lambda: desktop.active_window() in self.settings_windows())
+            self.wait_for_keyboard()
             key(closing)
             wait_for("the window to close", lambda: not self.settings_windows())
+
+    def test_the_shortcuts_of_the_menu_work_in_our_windows(self):
+        self.bus_call("ShowWelcome")
+        self.wait_for_name("Get started")
+        self.wait_for_keyboard()
+        key("ctrl+comma")
+        self.wait_for_name("Launch Lumeno at login")
+        wait_for("Settings to have the keyboard",
+                 lambda: desktop.run("xdotool", "getactivewindow", "getwindowname", check=False).startswith("General"))
+        self.record()
+        key("ctrl+q")
+        wait_for("it to be recorded", lambda: self.shown_shortcut() == "⌃Q")
+        self.assertTrue(self.lumeno.running())
+        # Right after a recording a key may still count as part of it.
+        wait_for("the program to end", lambda: key("ctrl+q") or not self.lumeno.running(), 30, 0.2)
+        self.assertEqual(self.lumeno.process.wait(30), 0)
 
     def test_login_switch_tells_the_truth(self):
         import os
@@ -95,6 +143,7 @@ class Behaviour(SettingsTest):
         self.view.press("Definition")
         wait_for("definitions to be off", lambda: self.stored().get("Lumeno.disabledActionKinds") == ["definition"])
         self.open_editor("serendipity")
+        self.wait_for_pill()
         self.summon()
         self.wait_for_name("Explain simply")
         self.assertIsNone(self.view.find("Define"))
@@ -123,23 +172,17 @@ class Behaviour(SettingsTest):
 
     def test_the_shortcut_is_recorded_and_works(self):
         self.open_settings()
-        wait_for("the window to have the keyboard", lambda: desktop.active_window() in self.settings_windows())
-        def shown():
-            recorder = wait_for("the recorder", lambda: self.view.pressable("Shortcut"))
-            return recorder.get_description().split("\n")[0]
-
-        self.assertEqual(shown(), "⌥⌘Space")
-        self.view.press("Shortcut")
-        wait_for("the recorder to wait", lambda: shown() == "Press keys…")
+        self.wait_for_keyboard()
+        self.assertEqual(self.shown_shortcut(), "⌥⌘Space")
+        self.record()
         self.screenshot("settings-recording")
         key("a")  # no modifier: a beep, still recording
-        self.assertTrue(stays_false(lambda: shown() != "Press keys…", 0.3))
+        self.assertTrue(stays_false(lambda: self.shown_shortcut() != "Press keys…", 0.3))
         key("Escape")
-        wait_for("the recording to end", lambda: shown() == "⌥⌘Space")
-        self.view.press("Shortcut")
-        wait_for("the recorder to wait", lambda: shown() == "Press keys…")
+        wait_for("the recording to end", lambda: self.shown_shortcut() == "⌥⌘Space")
+        self.record()
         key("ctrl+alt+k")
-        wait_for("the new shortcut to be shown", lambda: shown() == "⌃⌥K")
+        wait_for("the new shortcut to be shown", lambda: self.shown_shortcut() == "⌃⌥K")
         stored = self.stored()["Lumeno.summonHotkey"]
         stored = json.loads(stored) if isinstance(stored, str) else stored
         self.assertEqual(stored, {"keyCode": 40, "modifiers": CONTROL | OPTION})
@@ -150,6 +193,63 @@ class Behaviour(SettingsTest):
         self.assertTrue(stays_false(lambda: self.view.find("Define"), 0.8), "the old shortcut still works")
         key("ctrl+alt+k")
         self.wait_for_name("Define")
+
+    def test_a_shortcut_is_recorded_where_the_window_manager_keeps_its_key(self):
+        self.open_settings()
+        self.wait_for_keyboard()
+        self.record()
+        grabbed = GrabbedKey(SUPER)
+        self.addCleanup(desktop.xdotool, "keyup", SUPER)
+        desktop.xdotool("keydown", SUPER)
+        # Longer than it takes the toolkit to think that the window has lost the keyboard.
+        self.assertTrue(stays_false(lambda: self.shown_shortcut() != "Press keys…", 0.6))
+        desktop.xdotool("key", "space")
+        wait_for("it to be recorded", lambda: self.shown_shortcut() == "⌘Space")
+        desktop.xdotool("keyup", SUPER)
+        grabbed.release()
+        self.record()
+        self.open_editor("serendipity")  # that has the keyboard now
+        wait_for("the recording to end", lambda: self.shown_shortcut() == "⌘Space")
+
+    def test_the_shortcut_that_is_switched_off_does_nothing(self):
+        self.open_editor("serendipity")
+        self.wait_for_pill()
+        for wanted in (False, True):
+            self.open_settings()
+            self.view.press("Enable the summon shortcut")
+            wait_for("it to be stored", lambda w=wanted: self.stored().get("Lumeno.summonHotkeyEnabled") is w)
+            self.wait_for_keyboard()
+            key("Escape")
+            desktop.xdotool("windowactivate", "--sync", self.editor.window)
+            self.summon()
+            if not wanted:
+                self.assertTrue(stays_false(lambda: self.view.find("Define"), 0.8))
+        self.wait_for_name("Define")
+
+    def test_the_look_changes_while_the_hud_is_open(self):
+        self.open_settings("Appearance")
+        self.open_editor("serendipity")
+        self.wait_for_pill()
+        self.summon()
+        self.wait_for_name("Define")
+
+        def pixels():
+            windows = self.hud_windows()
+            return windows and desktop.subprocess.run(
+                ["import", "-silent", "-window", str(windows[0]), "rgb:-"], capture_output=True, check=False).stdout
+
+        def at_rest():
+            first = pixels()
+            return first if first and first == pixels() else None
+
+        for picker, choice, stored in (("Accent", "Orange", {"Lumeno.accentTheme": "orange"}),
+                                       ("Glass", "Clear", {"Lumeno.glassIntensity": "clear"})):
+            before = wait_for("the HUD to be at rest", at_rest)
+            self.view.press(picker)
+            self.view.press(choice)
+            wait_for("it to be stored", lambda s=stored: s.items() <= self.stored().items())
+            wait_for(f"{choice} to be seen in the HUD", lambda b=before: at_rest() not in (None, b))
+        self.assertTrue(self.view.find("Define"))
 
     def test_without_keyboard_navigation_the_keyboard_stays_where_it_is(self):
         self.open_settings("Appearance")

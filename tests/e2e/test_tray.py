@@ -3,10 +3,12 @@
 
 import json
 import os
+import shutil
+import socket
 import subprocess
 
 import desktop
-from desktop import BINARIES, DesktopTest, stays_false, wait_for
+from desktop import BINARIES, DesktopTest, key, stays_false, wait_for
 from panel import Panel
 
 
@@ -20,6 +22,9 @@ class Tray(DesktopTest):
     def stored(self, key):
         with open(self.preferences_path, encoding="utf-8") as f:
             return json.load(f).get(key)
+
+    def welcome_windows(self):
+        return desktop.wide_windows("lumeno", 900)
 
     def test_menu_is_live_and_true(self):
         item = self.panel.item()
@@ -42,20 +47,94 @@ class Tray(DesktopTest):
         wait_for("the line about files to go", lambda: "File actions on in Finder" not in item.labels())
         item.choose("Show Welcome...")
         self.wait_for_name("Get started")
+        # On another desktop it is asked for again: it comes there.
+        desktop.xdotool("set_desktop", 1)
+        wait_for("the other desktop", lambda: not self.welcome_windows())
+        item.choose("Show Welcome...")
+        wait_for("the welcome to come", self.welcome_windows)
+        self.assertEqual(desktop.xdotool("get_desktop"), "1")
+        desktop.xdotool("set_desktop", 0)
         item.choose("Quit Lumeno")
-        self.assertEqual(self.lumeno.process.wait(5), 0)
+        self.assertEqual(self.lumeno.process.wait(30), 0)
+
+    def check_contrast(self):
+        """The icon can be seen on a dark panel and on a light one."""
+        def stands_out(dark):
+            darkest, lightest, panel_darkest, panel_lightest = self.panel.shades()
+            return panel_lightest < 128 < lightest - 40 if dark else panel_darkest > 128 > darkest + 40
+
+        for dark in (True, False):
+            self.panel.set_dark(dark)
+            wait_for("the icon to stand out on a " + ("dark" if dark else "light") + " panel",
+                     lambda d=dark: stands_out(d))
+
+    def test_the_icon_tells_the_state(self):
+        item = self.panel.item()
+        self.check_contrast()
+        idle = item.property("IconPixmap")
+        self.assertTrue(idle)
+        self.start_application("mousepad", "--disable-server", self.write_file("note.txt", "serendipity"),
+                               class_name="mousepad")
+        key("ctrl+a")
+        self.wait_for_pill()
+        self.summon()
+        self.view.press("Define")
+        wait_for("another icon while there is a result", lambda: item.property("IconPixmap") not in (None, idle))
+        key("Escape")
+        wait_for("the usual icon", lambda: item.property("IconPixmap") == idle)
+
+    def test_where_it_is_installed_the_desktop_draws_the_symbols(self):
+        self.lumeno.stop()
+        icons = os.path.join(os.environ["XDG_DATA_HOME"], "icons/hicolor/symbolic")
+        shutil.copytree(os.path.join(BINARIES, "../packaging/symbolic"), os.path.join(icons, "apps"))
+        self.addCleanup(shutil.rmtree, icons)
+        self.start_lumeno()
+        item = self.panel.item()
+        wait_for("the icon's name", lambda: item.property("IconName") == "org.lumeno.Lumeno-scope-symbolic")
+        self.check_contrast()
+        names = {text: properties.get("icon-name") for _, text, properties in item.entries()}
+        self.assertEqual(names["Settings…"], "org.lumeno.Lumeno-gearshape-symbolic")
+        self.assertFalse([text for _, text, properties in item.entries() if "icon-data" in properties])
+
+    def test_of_many_starts_at_once_one_runs(self):
+        self.lumeno.stop()
+        starts = [self.start(os.path.join(BINARIES, "lumeno")) for _ in range(3)]
+        wait_for("all but one to end", lambda: sum(start.running() for start in starts) == 1, 30)
+        self.assertEqual(sorted(s.process.returncode for s in starts if not s.running()), [0, 0])
+        self.lumeno = next(start for start in starts if start.running())
+        self.view = desktop.View(self.lumeno.process.pid)
+        self.wait_for_name("Launch Lumeno at login")  # what the others were told to do
+
+    def test_a_start_while_another_one_ends_is_not_lost(self):
+        ending = self.lumeno
+        ending.process.terminate()
+        wait_for("it to give its name up", lambda: "false" in desktop.run(
+            "gdbus", "call", "--session", "-d", "org.freedesktop.DBus", "-o", "/", "-m",
+            "org.freedesktop.DBus.NameHasOwner", "org.lumeno.Lumeno"), interval=0.01)
+        self.start_lumeno()
+        self.assertEqual(ending.process.wait(30), 0)
+        self.lumeno.stop()
+        # One that takes its time still has the lock.
+        ending = self.start("sleep", "2")
+        with open(os.path.join(os.environ["XDG_RUNTIME_DIR"], "lumeno.lock"), "w", encoding="utf-8") as f:
+            f.write(f"{ending.process.pid}\nsleep\n{socket.gethostname()}\n")
+        self.start_lumeno()
+        self.assertFalse(ending.running())
+        self.assertTrue(self.lumeno.running())
 
     def test_starting_again_opens_settings_and_no_second_program(self):
         self.panel.item()
         for arguments, name in (((), "Launch Lumeno at login"), (("--settings",), "Launch Lumeno at login")):
-            second = subprocess.run([os.path.join(BINARIES, "lumeno"), *arguments], timeout=10, check=False)
+            second = subprocess.run([os.path.join(BINARIES, "lumeno"), *arguments], timeout=30, check=False)
             self.assertEqual(second.returncode, 0)
             self.wait_for_name(name)
+            wait_for("Settings to have the keyboard",
+                     lambda: desktop.active_window() in desktop.wide_windows("lumeno", 500))
             desktop.key("Escape")
             wait_for("Settings to close", lambda name=name: not self.view.find(name))
-        subprocess.run([os.path.join(BINARIES, "lumeno"), "--summon"], timeout=10, check=True)
+        subprocess.run([os.path.join(BINARIES, "lumeno"), "--summon"], timeout=30, check=True)
         self.wait_for_name("No selection found. Select some text, then press ⌥⌘Space.")
-        nonsense = subprocess.run([os.path.join(BINARIES, "lumeno"), "--nonsense"], timeout=10, check=False,
+        nonsense = subprocess.run([os.path.join(BINARIES, "lumeno"), "--nonsense"], timeout=30, check=False,
                                   capture_output=True, text=True)
         self.assertEqual(nonsense.returncode, 2)
         self.assertIn("Usage", nonsense.stderr)
@@ -64,6 +143,7 @@ class Tray(DesktopTest):
         self.lumeno.stop()
         self.lumeno = self.start(os.path.join(BINARIES, "lumeno"), "--service")
         self.view = desktop.View(self.lumeno.process.pid)
+        wait_for("Lumeno on the session bus", lambda: self.bus_call("GrantAccess") is not None)
         self.panel.item()
         activate = ["gdbus", "call", "--session", "-d", "org.lumeno.Lumeno", "-o", "/org/lumeno/Lumeno", "-m",
                     "org.freedesktop.Application.Activate", "{}"]
@@ -74,7 +154,7 @@ class Tray(DesktopTest):
 
     def test_without_a_session_bus_there_is_still_only_one(self):
         second = self.start(os.path.join(BINARIES, "lumeno"), env={"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"})
-        self.assertEqual(second.process.wait(10), 1)
+        self.assertEqual(second.process.wait(30), 1)
         self.assertIn("already running", second.log())
         self.assertTrue(self.lumeno.running())
 
@@ -83,10 +163,30 @@ class Tray(DesktopTest):
         self.panel.process.stop()
         wait_for("the tray to be gone", lambda: not self.panel.has_host())
         self.assertTrue(stays_false(lambda: not self.lumeno.running(), 1))
-        subprocess.run([os.path.join(BINARIES, "lumeno")], timeout=10, check=True)
+        subprocess.run([os.path.join(BINARIES, "lumeno")], timeout=30, check=True)
         self.wait_for_name("Launch Lumeno at login")
         self.panel = Panel(self)
-        wait_for("the item in the new panel", lambda: "Settings…" in self.panel.item().labels(), 15)
+        wait_for("the item in the new panel", lambda: "Settings…" in self.panel.item().labels())
+
+
+class WithoutAccess(DesktopTest):
+    preferences = {"Lumeno.aiBackend": "appleIntelligence", "Lumeno.hasCompletedOnboarding": True}
+    model_server = False
+
+    def start_lumeno(self):
+        state = os.environ.get("XDG_STATE_HOME") or os.path.expanduser("~/.local/state")
+        shutil.rmtree(os.path.join(state, "lumeno"), ignore_errors=True)
+        self.panel = Panel(self)
+        self.lumeno = self.start(os.path.join(BINARIES, "lumeno"))
+        self.view = desktop.View(self.lumeno.process.pid)
+
+    def test_the_menu_asks_for_access(self):
+        item = self.panel.item()
+        asking = ["Enable Accessibility Access…", "Required to read selected text and show suggestions."]
+        wait_for("the menu to ask", lambda: item.labels()[:3] == [*asking, None])
+        item.choose(asking[0])
+        wait_for("access", lambda: item.labels()[:2] == ["Watching for selections", None])
+        self.assertTrue(self.access_granted())
 
 
 if __name__ == "__main__":
