@@ -3,7 +3,6 @@
 
 import os
 import time
-import unittest
 
 import desktop
 from desktop import DesktopTest, click, drag, geometry, key, repeat_until, wait_for

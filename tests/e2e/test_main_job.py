@@ -1,12 +1,10 @@
 #!/usr/bin/python3
 """The main job in ordinary applications: select, pill, chips, answer, use it."""
 
-import os
 import time
-import unittest
 
 import desktop
-from desktop import DesktopTest, Atspi, clipboard, click, drag, geometry, key, move, stays_false, wait_for
+from desktop import DesktopTest, Atspi, clipboard, click, drag, geometry, key, stays_false, wait_for
 
 SENTENCE = "can u send me the new tide tables before the meeting"
 

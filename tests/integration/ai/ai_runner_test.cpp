@@ -96,9 +96,11 @@ TEST(AIRunner, DroppingTheJobStopsTheRunAtAnyPoint) {
       if (++updates == wanted) job = {};
     });
     if (wanted == 0) job.cancel();
+    const int cancelled = wanted == 0 ? 0 : 1;
+    EXPECT_TRUE(waitUntil([&] { return updates == wanted && model.cancelledCount == cancelled; }));
     runFor(30ms);
     EXPECT_EQ(updates, wanted);
-    EXPECT_EQ(model.cancelledCount, wanted == 0 ? 0 : 1);
+    EXPECT_EQ(model.cancelledCount, cancelled);
   }
 }
 

@@ -269,11 +269,7 @@ TEST(OllamaService, AvailabilityIsAnAnswerOfStatus200InTime) {
       {"no answer in time", {.parts = {}, .raw = ""_ba, .ending = Reply::Ending::silence}, false},
   };
   for (const auto& test : cases) {
-    Fixture f(test.reply);
-    QElapsedTimer elapsed;
-    elapsed.start();
-    EXPECT_EQ(f.isAvailable(), test.expected) << test.name;
-    EXPECT_LT(elapsed.elapsed(), 2200) << test.name;
+    EXPECT_EQ(Fixture(test.reply).isAvailable(), test.expected) << test.name;
   }
   Fixture f;
   f.service.tagsEndpoint = QUrl(u"http://127.0.0.1:1/api/tags"_s);

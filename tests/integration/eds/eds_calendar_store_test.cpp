@@ -94,6 +94,7 @@ TEST_F(EdsCalendarStoreTest, AccessIsGivenOnceItWasAskedFor) {
   EXPECT_EQ(status(store), AuthorizationStatus::notDetermined);
   EXPECT_EQ(EvolutionService::processOf(EvolutionService::registry), 0) << "nothing is started for that";
   EXPECT_EQ(request(store), Access::granted);
+  ASSERT_TRUE(EvolutionService::start());
   EXPECT_EQ(status(store), AuthorizationStatus::granted);
   EdsCalendarStore next(scheduler, helper, marker);
   EXPECT_EQ(status(next), AuthorizationStatus::granted) << "it is remembered";
@@ -103,6 +104,7 @@ TEST_F(EdsCalendarStoreTest, AccessIsGivenOnceItWasAskedFor) {
 }
 
 TEST_F(EdsCalendarStoreTest, EventsAreSavedAsTheyAre) {
+  ASSERT_TRUE(EvolutionService::start());
   EXPECT_EQ(titleIn(calendar(store)), u"Personal"_s);
   const struct {
     CalendarEvent event;
@@ -158,6 +160,7 @@ TEST_F(EdsCalendarStoreTest, EventsAreSavedAsTheyAre) {
 }
 
 TEST_F(EdsCalendarStoreTest, SavingTwiceAtOnceLeavesOneEvent) {
+  ASSERT_TRUE(EvolutionService::start());
   // Two programs that ask while the service makes the calendar for the very first time now and then find it
   // read-only for as long as both are there. That is the service's own race; here the calendar exists.
   EXPECT_EQ(titleIn(calendar(store)), u"Personal"_s);
@@ -171,6 +174,7 @@ TEST_F(EdsCalendarStoreTest, SavingTwiceAtOnceLeavesOneEvent) {
 }
 
 TEST_F(EdsCalendarStoreTest, AHelperThatDiesAfterTheSaveLeavesOneEvent) {
+  ASSERT_TRUE(EvolutionService::start());
   const CalendarEvent unheard = event(u"unheard"_s, start);
   EdsCalendarStore dying(scheduler, program(helper.toUtf8() + " >/dev/null; kill -KILL $$"), marker);
   EXPECT_TRUE(titleIn(save(dying, unheard)).endsWith(u"adding it again makes no second one."_s));
@@ -180,6 +184,7 @@ TEST_F(EdsCalendarStoreTest, AHelperThatDiesAfterTheSaveLeavesOneEvent) {
 }
 
 TEST_F(EdsCalendarStoreTest, ADroppedSaveIsStillSaved) {
+  ASSERT_TRUE(EvolutionService::start());
   const CalendarEvent dropped = event(u"dropped"_s, start);
   {
     EdsCalendarStore gone(scheduler, helper, marker);
@@ -190,6 +195,7 @@ TEST_F(EdsCalendarStoreTest, ADroppedSaveIsStillSaved) {
 
 TEST_F(EdsCalendarStoreTest, AServiceThatDiedIsStartedAgain) {
   for (const auto& name : {EvolutionService::registry, EvolutionService::factory}) {
+    ASSERT_TRUE(EvolutionService::start());
     EXPECT_EQ(titleIn(calendar(store)), u"Personal"_s);
     EvolutionService::end(name);
     EXPECT_EQ(titleIn(calendar(store)), u"Personal"_s) << "before reading";
@@ -204,19 +210,20 @@ TEST_F(EdsCalendarStoreTest, AServiceThatDiedIsStartedAgain) {
 
 TEST_F(EdsCalendarStoreTest, AServiceThatDiesInBetweenIsAMessageAtWorst) {
   for (const auto& name : {EvolutionService::registry, EvolutionService::factory}) {
+    ASSERT_TRUE(EvolutionService::start());
     const CalendarEvent during = event(u"during the end of "_s + name, start);
-    titleIn(calendar(store));
     EvolutionService::send(SIGSTOP, name);
     std::optional<Kept> kept;
     const Job job = store.save(during, [&](const Kept& answer) { kept = answer; });
     runFor(300ms);
     EXPECT_FALSE(kept);
     EvolutionService::end(name);
-    ASSERT_TRUE(waitUntil([&] { return kept.has_value(); }, 30s));
+    ASSERT_TRUE(waitUntil([&] { return kept.has_value(); }, 40s));
     if (const auto* failure = std::get_if<Failure>(&*kept)) {
       EXPECT_EQ(failure->reason, Failure::Reason::other);
       EXPECT_FALSE(failure->message.isEmpty());
     }
+    ASSERT_TRUE(EvolutionService::start());
     EXPECT_EQ(titleIn(save(store, during)), u"Personal"_s);
     EXPECT_EQ(eventsLike(during).size(), 1);
   }
@@ -225,7 +232,7 @@ TEST_F(EdsCalendarStoreTest, AServiceThatDiesInBetweenIsAMessageAtWorst) {
 TEST_F(EdsCalendarStoreTest, AServiceThatHangsIsEndedByTheDeadline) {
   const CalendarEvent late = event(u"late"_s, start);
   for (const auto& name : {EvolutionService::registry, EvolutionService::factory}) {
-    titleIn(calendar(store));
+    ASSERT_TRUE(EvolutionService::start());
     EvolutionService::send(SIGSTOP, name);
     ManualScheduler clock;
     EdsCalendarStore hurried(clock, helper, marker);
@@ -249,7 +256,7 @@ TEST_F(EdsCalendarStoreTest, AServiceThatHangsIsEndedByTheDeadline) {
 }
 
 TEST_F(EdsCalendarStoreTest, TheProgramGoesOnWhileTheServiceHangs) {
-  titleIn(calendar(store));
+  ASSERT_TRUE(EvolutionService::start());
   EvolutionService::send(SIGSTOP, EvolutionService::registry);
   int ticks = 0;
   const Job clock = scheduler.every(100ms, [&] { ++ticks; });
@@ -266,6 +273,7 @@ TEST_F(EdsCalendarStoreTest, ACalendarThatCannotBeWrittenToIsARefusal) {
   ASSERT_TRUE(file.open(QFile::WriteOnly));
   file.write("[org/gnome/evolution]\ndefault-calendar='birthdays'\n");
   file.close();
+  ASSERT_TRUE(EvolutionService::start(u"birthdays"_s));
   request(store);
   EXPECT_EQ(status(store), AuthorizationStatus::denied);
   const auto found = calendar(store);

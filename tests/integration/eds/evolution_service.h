@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 #include "support/wait_until.h"
 
@@ -21,17 +22,18 @@ class EvolutionService {
   static constexpr QLatin1StringView registry{"org.gnome.evolution.dataserver.Sources5"};
   static constexpr QLatin1StringView factory{"org.gnome.evolution.dataserver.Calendar8"};
 
+  /// Has the bus start the service, where it is not running, and waits for as long as that takes on a busy
+  /// machine. False when the calendar cannot be opened.
+  [[nodiscard]] static bool start(const QString& calendar = QStringLiteral("system-calendar")) {
+    return open(calendar).has_value();
+  }
+
   /// The texts of the events with this UID, of those that the query finds.
   [[nodiscard]] static QStringList events(const QString& uid, const QString& query = QStringLiteral("#t")) {
-    const auto opened = call(factory, QStringLiteral("/org/gnome/evolution/dataserver/CalendarFactory"),
-                             QStringLiteral("org.gnome.evolution.dataserver.CalendarFactory"),
-                             QStringLiteral("OpenCalendar"), {QStringLiteral("system-calendar")});
-    if (opened.arguments().size() < 2) return {};
-    const QString path = opened.arguments()[0].toString();
-    const QString service = opened.arguments()[1].toString();
-    const QString interface = QStringLiteral("org.gnome.evolution.dataserver.Calendar");
-    call(service, path, interface, QStringLiteral("Open"), {});
-    const auto listed = call(service, path, interface, QStringLiteral("GetObjectList"), {query});
+    const auto opened = open(QStringLiteral("system-calendar"));
+    if (!opened) return {};
+    const auto listed =
+        call(opened->service, opened->path, calendarInterface, QStringLiteral("GetObjectList"), {query});
     QStringList found;
     for (const QString& event : listed.arguments().value(0).toStringList()) {
       if (event.contains(QStringLiteral("UID:") + uid)) found << event;
@@ -61,11 +63,28 @@ class EvolutionService {
   }
 
  private:
+  static constexpr QLatin1StringView calendarInterface{"org.gnome.evolution.dataserver.Calendar"};
+  static constexpr int patience = 120'000;  // milliseconds
+
+  struct Calendar {
+    QString service;
+    QString path;
+  };
+  [[nodiscard]] static std::optional<Calendar> open(const QString& name) {
+    const auto found = call(factory, QStringLiteral("/org/gnome/evolution/dataserver/CalendarFactory"),
+                            QStringLiteral("org.gnome.evolution.dataserver.CalendarFactory"),
+                            QStringLiteral("OpenCalendar"), {name});
+    if (found.arguments().size() < 2) return std::nullopt;
+    const Calendar calendar{found.arguments()[1].toString(), found.arguments()[0].toString()};
+    const auto opened = call(calendar.service, calendar.path, calendarInterface, QStringLiteral("Open"), {});
+    if (opened.type() != QDBusMessage::ReplyMessage) return std::nullopt;
+    return calendar;
+  }
   static QDBusMessage call(const QString& service, const QString& path, const QString& interface,
                            const QString& method, const QVariantList& arguments) {
     auto message = QDBusMessage::createMethodCall(service, path, interface, method);
     message.setArguments(arguments);
-    return QDBusConnection::sessionBus().call(message);
+    return QDBusConnection::sessionBus().call(message, QDBus::Block, patience);
   }
 };
 

@@ -121,7 +121,8 @@ class FileManagerTest : public testing::Test {
         deadline);
     return files;
   }
-  /// Selects everything, as soon as the file manager has loaded it; before every attempt something can be done.
+  /// Selects everything, as soon as the file manager has loaded it; before every attempt something can be
+  /// done.
   Files selectAll(const std::function<void()>& prepare = [] {}) {
     Files files;
     (void)waitUntil(
@@ -134,9 +135,9 @@ class FileManagerTest : public testing::Test {
         std::chrono::seconds(30));
     return files;
   }
-  /// Expects that these files are copied in the end and the clipboard is as before, with the keys pressed before
-  /// every attempt: while a file manager still loads, or takes note of a selection, its copy command does
-  /// something else, and what it copies too late stays on the clipboard.
+  /// Expects that these files are copied in the end and the clipboard is as before, with the keys pressed
+  /// before every attempt: while a file manager still loads, or takes note of a selection, its copy command
+  /// does something else, and what it copies too late stays on the clipboard.
   void expectCopy(const Files& expected, const QStringList& keys = {}) {
     Files files;
     QString text;

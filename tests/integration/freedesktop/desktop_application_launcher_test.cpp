@@ -41,7 +41,7 @@ struct Fixture {
   }
   QString started(const QString& program) {
     const QString log = u"bin/"_s + program + u".log"_s;
-    waitUntil([&] { return desktop.exists(log); }, std::chrono::seconds(5));
+    waitUntil([&] { return desktop.exists(log); });
     return QString::fromUtf8(desktop.read(log));
   }
 

@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QUuid>
+#include <algorithm>
 #include <optional>
 
 #include "platform/posix/posix_command_shell.h"
@@ -35,6 +36,14 @@ class CommandFixture : public testing::Test {
   }
   void TearDown() override { expectNothingRuns(); }
 
+  /// A limit that a command surely reaches with its first words behind it, on a busy machine too.
+  std::chrono::milliseconds shortLimit() {
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(run(QStringLiteral("true")).exitCode, 0);
+    return std::max<std::chrono::milliseconds>(400ms, 10 * std::chrono::milliseconds(timer.elapsed()));
+  }
+
   CommandEnd run(const QString& command, std::chrono::milliseconds limit = 60s) {
     return runIn(shell, folder(), command, limit);
   }
@@ -42,7 +51,6 @@ class CommandFixture : public testing::Test {
   CommandEnd runIn(PosixCommandShell& shell, const QByteArray& folder, const QString& command,
                    std::chrono::milliseconds limit = 60s) {
     std::optional<CommandEnd> end;
-    elapsed.start();
     const Job job = shell.run(command, folder, limit, [&](CommandEnd value) {
       EXPECT_FALSE(end) << "answered twice";
       end = std::move(value);
@@ -68,7 +76,6 @@ class CommandFixture : public testing::Test {
   }
 
   PosixCommandShell shell{QStringLiteral(LUMENO_SUPERVISOR)};
-  QElapsedTimer elapsed;
 
  private:
   /// What carries this test's mark in its environment: commands and supervisors.

@@ -103,12 +103,14 @@ class Stranger {
 };
 
 /// Runs the event loop until something holds; false when it does not within the time.
-inline bool waitFor(const std::function<bool()>& condition, int milliseconds = 4000) {
+inline bool waitFor(const std::function<bool()>& condition, int milliseconds = 20'000) {
   QElapsedTimer clock;
   clock.start();
   while (!condition()) {
     if (clock.elapsed() > milliseconds) return false;
-    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
+    // Not with a time limit: that takes the waiting away, before which queued events of the server are looked
+    // at.
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
   }
   return true;
 }

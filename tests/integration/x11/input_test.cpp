@@ -4,6 +4,7 @@
 
 #include "desktop_fixture.h"
 #include "platform/x11/x11_input.h"
+#include "platform/x11/x11_property.h"
 #include "records/hotkey_config.h"
 #include "support/manual_scheduler.h"
 
@@ -179,11 +180,18 @@ TEST_F(InputTest, AKeyThatClosesAnOwnWindowIsStillItsKey) {
   window.show();
   window.requestActivate();
   ASSERT_TRUE(waitFor([&] { return ownWindows.focused().get() == window.winId(); }));
-  runFor(100);  // the window manager has done with the new window
+  // The window manager has done with the new window.
+  ASSERT_TRUE(waitFor([&] {
+    return firstCardinal(*connection, stranger.root(), connection->atom("_NET_ACTIVE_WINDOW")) ==
+           window.winId();
+  }));
+  runFor(50);
   stranger.tap(9);
-  xcb_set_input_focus(stranger.xcb(), XCB_INPUT_FOCUS_PARENT, other, XCB_CURRENT_TIME);
-  stranger.sync();
-  ASSERT_TRUE(waitFor([&] { return ownWindows.focused().get() == 0; }));
+  ASSERT_TRUE(waitFor([&] {
+    xcb_set_input_focus(stranger.xcb(), XCB_INPUT_FOCUS_PARENT, other, XCB_CURRENT_TIME);
+    stranger.sync();
+    return ownWindows.focused().get() == 0;
+  }));
   runFor(50);
   EXPECT_TRUE(pressed.empty());
   stranger.tap(9);

@@ -68,6 +68,24 @@ class PanelTest : public DesktopTest {
         stranger.xcb(), xcb_shape_query_extents(stranger.xcb(), panelId()), nullptr));
     return reply->bounding_shaped;
   }
+  bool isKeyboardGrabbed() {
+    const auto cookie = xcb_grab_keyboard(stranger.xcb(), 0, stranger.root(), XCB_CURRENT_TIME,
+                                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    const XcbPtr<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(stranger.xcb(), cookie, nullptr));
+    xcb_ungrab_keyboard(stranger.xcb(), XCB_CURRENT_TIME);
+    stranger.sync();
+    return reply->status == XCB_GRAB_STATUS_ALREADY_GRABBED;
+  }
+  /// The window by which a compositor is known.
+  xcb_window_t startCompositor() {
+    const xcb_window_t owner = xcb_generate_id(stranger.xcb());
+    xcb_create_window(stranger.xcb(), 0, owner, stranger.root(), -5, -5, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                      XCB_COPY_FROM_PARENT, 0, nullptr);
+    const auto selection = connection->atom("_NET_WM_CM_S0");
+    xcb_set_selection_owner(stranger.xcb(), owner, selection, XCB_CURRENT_TIME);
+    stranger.sync();
+    return owner;
+  }
   xcb_window_t panelId() { return static_cast<xcb_window_t>(window.winId()); }
 
   const bool isSoftware = qputenv("QT_QUICK_BACKEND", "software");  // as the program has it
@@ -115,13 +133,18 @@ TEST(PanelScaleTest, IsExactAtOtherScalesToo) {
 }
 
 TEST_F(PanelTest, MovesOverTime) {
-  show();
-  panel.setFrame({100, 500, 200, 240}, 180ms);
-  runFor(60);
-  const double halfway = frameNow().x;
-  EXPECT_LT(halfway, 400);
-  EXPECT_GT(halfway, 100);
-  EXPECT_TRUE(waitFor([&] { return frameNow() == Rect{100, 160, 200, 240}; }));
+  bool isSeenOnItsWay = false;
+  // A busy machine may miss all of the way, but not every time.
+  for (int i = 0; i < 3 && !isSeenOnItsWay; ++i) {
+    show();
+    panel.setFrame({100, 500, 200, 240}, 180ms);
+    EXPECT_TRUE(waitFor([&] {
+      const Rect frame = frameNow();
+      isSeenOnItsWay |= frame.x > 100 && frame.x < 400;
+      return frame == Rect{100, 160, 200, 240};
+    }));
+  }
+  EXPECT_TRUE(isSeenOnItsWay);
 }
 
 TEST_F(PanelTest, TakesTheKeyboardAndGivesItBack) {
@@ -184,7 +207,7 @@ TEST_F(PanelTest, GrabsTheKeyboardWhereTheFocusIsRefused) {
   xcb_set_input_focus(stranger.xcb(), XCB_INPUT_FOCUS_PARENT, other,
                       XCB_CURRENT_TIME);  // as a window manager might
   stranger.sync();
-  runFor(200);
+  ASSERT_TRUE(waitFor([this] { return isKeyboardGrabbed(); }));
   stranger.takeKeys();
   stranger.tap(38);
   EXPECT_TRUE(waitFor([&] { return window.typed == "a"; }));
@@ -225,7 +248,7 @@ TEST_F(PanelTest, StaysAboveWindowsThatComeLater) {
 
 TEST_F(PanelTest, ItsOutlineIsTheCardAndFollowsTheSize) {
   show();
-  ASSERT_FALSE(panel.compositorPresent().get());
+  ASSERT_EQ(panel.seeThrough().get(), SeeThrough::nothing);
   EXPECT_TRUE(isShaped());
   EXPECT_EQ(windowAt(500, 340), panelId());
   EXPECT_EQ(windowAt(411, 340), panelId());
@@ -239,32 +262,52 @@ TEST_F(PanelTest, ItsOutlineIsTheCardAndFollowsTheSize) {
 
 TEST_F(PanelTest, WithACompositorOnlyInputIsCutToTheCard) {
   show();
-  const xcb_window_t owner = xcb_generate_id(stranger.xcb());
-  xcb_create_window(stranger.xcb(), 0, owner, stranger.root(), -5, -5, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
-                    XCB_COPY_FROM_PARENT, 0, nullptr);
-  const auto selection = connection->atom("_NET_WM_CM_S0");
-  xcb_set_selection_owner(stranger.xcb(), owner, selection, XCB_CURRENT_TIME);
-  stranger.sync();
-  ASSERT_TRUE(waitFor([&] { return panel.compositorPresent().get(); }));
+  const xcb_window_t owner = startCompositor();
+  ASSERT_TRUE(waitFor([&] { return panel.seeThrough().get() == SeeThrough::sharp; }));
   EXPECT_TRUE(waitFor([&] { return !isShaped(); }));
   EXPECT_NE(windowAt(405, 340), panelId());
   EXPECT_EQ(windowAt(500, 340), panelId());
 
   bool faded = false;
-  QElapsedTimer clock;
-  clock.start();
-  panel.fadeOut(160ms, [&] { faded = true; });
-  runFor(60);
-  EXPECT_LT(window.opacity(), 1);
+  panel.fadeOut(400ms, [&] { faded = true; });
+  EXPECT_TRUE(waitFor([&] { return window.opacity() < 1; }));
   panel.setAlpha(1);
-  runFor(250);
+  runFor(500);
   EXPECT_FALSE(faded) << "showing again ends the fade";
   panel.fadeOut(160ms, [&] { faded = true; });
   EXPECT_TRUE(waitFor([&] { return faded; }));
 
   stranger.destroy(owner);
-  EXPECT_TRUE(waitFor([&] { return !panel.compositorPresent().get(); }));
+  EXPECT_TRUE(waitFor([&] { return panel.seeThrough().get() == SeeThrough::nothing; }));
   EXPECT_TRUE(waitFor([&] { return isShaped(); }));
+}
+
+TEST_F(PanelTest, ACompositorAnnouncesThatItBlurs) {
+  const auto blur = connection->atom(blurRegionProperty);
+  const uint8_t anything = 0;
+  const auto announce = [&] {
+    xcb_change_property(stranger.xcb(), XCB_PROP_MODE_REPLACE, stranger.root(), blur, blur, 8, 1, &anything);
+    stranger.sync();
+  };
+  const auto becomes = [&](SeeThrough expected) {
+    return waitFor([&] { return panel.seeThrough().get() == expected; });
+  };
+  const xcb_window_t owner = startCompositor();
+  ASSERT_TRUE(becomes(SeeThrough::sharp));
+  announce();
+  EXPECT_TRUE(becomes(SeeThrough::blurred));
+  X11Compositor later{*connection};
+  EXPECT_EQ(later.seeThrough().get(), SeeThrough::blurred) << "announced before";
+  xcb_delete_property(stranger.xcb(), stranger.root(), blur);
+  stranger.sync();
+  EXPECT_TRUE(becomes(SeeThrough::sharp));
+
+  announce();
+  EXPECT_TRUE(becomes(SeeThrough::blurred));
+  stranger.destroy(owner);
+  EXPECT_TRUE(becomes(SeeThrough::nothing)) << "what an ended compositor left behind counts no more";
+  xcb_delete_property(stranger.xcb(), stranger.root(), blur);
+  stranger.sync();
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <csignal>
+
 #include "platform/x11/x11_selection_owner.h"
 #include "platform/x11/x11_server_clock.h"
 #include "selection_test_support.h"
@@ -55,16 +57,13 @@ class SelectionBufferTest : public SelectionTest {
     Awaited<std::optional<QString>> answer;
     const Job job = buffer_.freshText(answer.receiver());
     EXPECT_EQ(answer.calls(), 0) << "never inside the call";
-    auto result = answer.get();
-    elapsed_ = answer.elapsed();
-    return result;
+    return answer.get();
   }
 
   X11ServerClock clock_{*connection_};
   FakeInputActivity input_;
   FakeWorkspace workspace_;
   X11SelectionBuffer buffer_{*connection_, scheduler_, input_, workspace_};
-  qint64 elapsed_ = 0;
 };
 
 TEST_F(SelectionBufferTest, asksOnceForEachOffer) {
@@ -192,31 +191,38 @@ TEST_F(SelectionBufferTest, refusesSecretsAndBadOwners) {
   };
   for (const QStringList& options : cases) {
     SCOPED_TRACE(options.join(' ').toStdString());
-    const auto owner = offer(options);
-    Heartbeat heartbeat;
-    for (int i = 0; i < 3; ++i) {
-      EXPECT_EQ(freshText(), std::nullopt);
-      EXPECT_LT(elapsed_, 600);
-    }
-    EXPECT_LT(heartbeat.longestGap(), 200);
-    EXPECT_EQ(owner->lines("request TARGETS"), 2) << "not at every look";
+    expectBelow(200, [&] {
+      const auto owner = offer(options);
+      Heartbeat heartbeat;
+      for (int i = 0; i < 3; ++i) EXPECT_EQ(freshText(), std::nullopt);
+      const qint64 gap = heartbeat.longestGap();
+      EXPECT_EQ(owner->lines("request TARGETS"), 2) << "not at every look";
+      return gap;
+    });
   }
 }
 
 TEST_F(SelectionBufferTest, aClickDuringTheReadMakesItStale) {
-  const auto owner = offer({"--slow", "50", "UTF8_STRING=picked"});
+  const auto owner = offer({"UTF8_STRING=picked"});
+  const auto pid = static_cast<pid_t>(owner->process().processId());
+  kill(pid, SIGSTOP);  // until the click has been made
   Awaited<std::optional<QString>> answer;
   const Job job = buffer_.freshText(answer.receiver());
-  owner->waitForLines("request ", 1);
   runFor(5ms);  // not in the millisecond of the offer
   gestureBegins();
+  kill(pid, SIGCONT);
   EXPECT_EQ(answer.get(), std::nullopt);
 }
 
 TEST_F(SelectionBufferTest, largeSelectionsComeWhole) {
   const auto owner = offer({"--size", "5000000"});
-  const auto text = freshText();
-  ASSERT_TRUE(text);
+  std::optional<QString> text;
+  // An offer is not read for ever; a busy machine may need several.
+  ASSERT_TRUE(waitUntil([&] {
+    offerAgain(*owner);
+    text = freshText();
+    return text.has_value();
+  }));
   EXPECT_EQ(text->size(), 5'000'000);
   EXPECT_TRUE(text->startsWith(u"line 0\nline 1\n"));
 }

@@ -21,23 +21,27 @@ namespace lumeno {
 class Heartbeat {
  public:
   Heartbeat() {
-    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] {
-      longest_ = std::max(longest_, sinceLast_.restart());
-      ++beats_;
-    });
+    QObject::connect(&timer_, &QTimer::timeout, &timer_,
+                     [this] { longest_ = std::max(longest_, sinceLast_.restart()); });
     timer_.setTimerType(Qt::PreciseTimer);
     sinceLast_.start();
     timer_.start(5);
   }
   [[nodiscard]] qint64 longestGap() { return std::max(longest_, sinceLast_.elapsed()); }
-  [[nodiscard]] int beats() const { return beats_; }
 
  private:
   QTimer timer_;
   QElapsedTimer sinceLast_;
   qint64 longest_ = 0;
-  int beats_ = 0;
 };
+
+/// Tries something up to three times, until the time that it returns is below the limit (both in
+/// milliseconds): a busy machine is late now and then, whoever waits for another program is late every time.
+inline void expectBelow(qint64 limit, const std::function<qint64()>& attempt) {
+  qint64 time = limit;
+  for (int i = 0; i < 3 && time >= limit; ++i) time = attempt();
+  EXPECT_LT(time, limit);
+}
 
 /// Another program, ended with the object.
 class Program {
@@ -102,20 +106,14 @@ class Awaited {
   }
   /// Waits for the answer; a test failure when it does not come or comes twice.
   Answer get() {
-    QElapsedTimer timer;
-    timer.start();
     EXPECT_TRUE(waitUntil([this] { return calls_ > 0; })) << "no answer";
-    elapsed_ = timer.elapsed();
     EXPECT_EQ(calls_, 1);
     return answer_;
   }
   [[nodiscard]] int calls() const { return calls_; }
-  /// How long `get` waited, in milliseconds.
-  [[nodiscard]] qint64 elapsed() const { return elapsed_; }
 
  private:
   int calls_ = 0;
-  qint64 elapsed_ = 0;
   Answer answer_{};
 };
 
