@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/file_manager.h"
-
 using namespace Qt::StringLiterals;
 
 namespace lumeno {
@@ -30,10 +28,6 @@ bool identifierBegins(const std::optional<RunningApplication>& application, QLat
 
 bool isMail(const std::optional<RunningApplication>& application) {
   return identifierBegins(application, "com.apple.mail"_L1);
-}
-
-bool isFileManager(const std::optional<RunningApplication>& application) {
-  return application && application->bundleIdentifier == fileManagerBundleIdentifier;
 }
 
 bool isClipboardFirst(const std::optional<RunningApplication>& application) {

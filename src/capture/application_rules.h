@@ -11,8 +11,6 @@ namespace lumeno {
 /// element.
 [[nodiscard]] bool isMail(const std::optional<RunningApplication>& application);
 
-[[nodiscard]] bool isFileManager(const std::optional<RunningApplication>& application);
-
 /// Whether the application is known to hide its selections from accessibility (browsers, editors built on
 /// one), so that a capture on demand need not ask there.
 [[nodiscard]] bool isClipboardFirst(const std::optional<RunningApplication>& application);

@@ -7,6 +7,7 @@
 #include "capture/application_watch.h"
 #include "capture/current_step.h"
 #include "capture/selection_reading.h"
+#include "platform/file_manager.h"
 
 namespace lumeno {
 

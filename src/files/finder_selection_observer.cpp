@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "capture/application_rules.h"
-
 namespace lumeno {
 
 using namespace Qt::StringLiterals;

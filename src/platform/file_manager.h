@@ -8,11 +8,16 @@
 
 #include "base/geometry.h"
 #include "base/job.h"
+#include "platform/workspace.h"
 
 namespace lumeno {
 
 /// The identifier under which rules know every file manager.
 inline constexpr QStringView fileManagerBundleIdentifier = u"com.apple.finder";
+
+[[nodiscard]] inline bool isFileManager(const std::optional<RunningApplication>& application) {
+  return application && application->bundleIdentifier == fileManagerBundleIdentifier;
+}
 
 /// What is selected in the file manager in front. Main thread; asynchronous, nothing here waits for another
 /// process, and every answer comes within a deadline.

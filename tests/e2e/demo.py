@@ -1,14 +1,10 @@
 #!/usr/bin/python3
 """Shows the main job on a private desktop with real input, and leaves a picture of each step."""
 
-import os
-import subprocess
-import sys
-import tempfile
 import time
 
 import desktop
-from desktop import Atspi, DesktopTest, clipboard, key
+from desktop import DesktopTest, clipboard, key
 
 TEXT = "can u send me the new tide tables before the meeting, the print shop needs them asap\n"
 

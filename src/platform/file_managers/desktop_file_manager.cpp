@@ -142,10 +142,6 @@ class DesktopFileManager::Private final {
     int quickReadsLeft = 0;
   };
 
-  static bool isFileManager(const std::optional<RunningApplication>& application) {
-    return application && application->bundleIdentifier == fileManagerBundleIdentifier;
-  }
-
   std::optional<RunningApplication> frontFileManager() {
     auto application = workspace_.frontmostApplication();
     return isFileManager(application) ? application : std::nullopt;

@@ -62,10 +62,8 @@ void X11KeystrokeSender::look(const std::shared_ptr<Request>& request) {
 KeystrokeSender::Outcome X11KeystrokeSender::send(const Request& request) {
   if (!isInFront(request) || workspace_.frontmostApplication()->isTerminal) return Outcome::refused;
   const Command& command = request.command;
-  if (command.audience == Audience::fileManagers &&
-      workspace_.frontmostApplication()->bundleIdentifier != fileManagerBundleIdentifier) {
+  if (command.audience == Audience::fileManagers && !isFileManager(workspace_.frontmostApplication()))
     return Outcome::refused;
-  }
   X11Keyboard& keyboard = input_.keyboard();
   const auto control = keyboard.keycodeFor(controlKeysym);
   auto key = keyboard.keycodeFor(command.keysym);
