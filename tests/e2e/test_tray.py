@@ -61,12 +61,13 @@ class Tray(DesktopTest):
         """The icon can be seen on a dark panel and on a light one."""
         def stands_out(dark):
             darkest, lightest, panel_darkest, panel_lightest = self.panel.shades()
-            return panel_lightest < 128 < lightest - 40 if dark else panel_darkest > 128 > darkest + 40
+            return (panel_lightest < 128 and lightest > panel_lightest + 80 if dark
+                    else panel_darkest > 128 and darkest < panel_darkest - 80)
 
         for dark in (True, False):
             self.panel.set_dark(dark)
-            wait_for("the icon to stand out on a " + ("dark" if dark else "light") + " panel",
-                     lambda d=dark: stands_out(d))
+            self.wait_for_view("the icon to stand out on a " + ("dark" if dark else "light") + " panel",
+                               lambda d=dark: stands_out(d))
 
     def test_the_icon_tells_the_state(self):
         item = self.panel.item()
@@ -143,7 +144,7 @@ class Tray(DesktopTest):
         self.lumeno.stop()
         self.lumeno = self.start(os.path.join(BINARIES, "lumeno"), "--service")
         self.view = desktop.View(self.lumeno.process.pid)
-        wait_for("Lumeno on the session bus", lambda: self.bus_call("GrantAccess") is not None)
+        wait_for("Lumeno on the session bus", self.access_granted)
         self.panel.item()
         activate = ["gdbus", "call", "--session", "-d", "org.lumeno.Lumeno", "-o", "/org/lumeno/Lumeno", "-m",
                     "org.freedesktop.Application.Activate", "{}"]
