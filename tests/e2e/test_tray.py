@@ -66,14 +66,17 @@ class Tray(DesktopTest):
 
         for dark in (True, False):
             self.panel.set_dark(dark)
+            wait_for("the panel to change", lambda d=dark: (self.panel.shades()[3] < 128) is d)
+            # Items that are there already the panel does not always draw anew.
+            self.lumeno.stop()
+            self.start_lumeno()
             self.wait_for_view("the icon to stand out on a " + ("dark" if dark else "light") + " panel",
                                lambda d=dark: stands_out(d))
 
     def test_the_icon_tells_the_state(self):
-        item = self.panel.item()
         self.check_contrast()
-        idle = item.property("IconPixmap")
-        self.assertTrue(idle)
+        idle = wait_for("the usual icon", lambda: self.panel.item().property("IconPixmap"))
+        item = self.panel.item()
         self.start_application("mousepad", "--disable-server", self.write_file("note.txt", "serendipity"),
                                class_name="mousepad")
         key("ctrl+a")
@@ -89,10 +92,9 @@ class Tray(DesktopTest):
         icons = os.path.join(os.environ["XDG_DATA_HOME"], "icons/hicolor/symbolic")
         shutil.copytree(os.path.join(BINARIES, "../packaging/symbolic"), os.path.join(icons, "apps"))
         self.addCleanup(shutil.rmtree, icons)
-        self.start_lumeno()
+        self.check_contrast()
         item = self.panel.item()
         wait_for("the icon's name", lambda: item.property("IconName") == "org.lumeno.Lumeno-scope-symbolic")
-        self.check_contrast()
         names = {text: properties.get("icon-name") for _, text, properties in item.entries()}
         self.assertEqual(names["Settings…"], "org.lumeno.Lumeno-gearshape-symbolic")
         self.assertFalse([text for _, text, properties in item.entries() if "icon-data" in properties])
